@@ -1,0 +1,85 @@
+// What a run tells about itself to a caller who asks: problems of the script
+// and the steps by which each line became TVML. The exported function asks for
+// nothing, and its output never depends on a report.
+#ifndef TVML_FILTER_REPORT_H
+#define TVML_FILTER_REPORT_H
+
+#include <cstdint>
+#include <string_view>
+
+#include "reading/command_recognition.h"
+#include "reading/line_kind.h"
+#include "staging/staging_description.h"
+
+namespace tvml {
+
+// What a script line, or a part of it, has wrong with it.
+enum class ScriptProblem : std::uint8_t {
+    commandUnknown,   // no row takes the command; where: the phrase
+    commandRejected,  // a row took it but its arguments do not fit
+    adverbUnknown,    // where: the item
+    adverbMissing,    // a separator without an adverb behind it
+    separatorMissing, // where: what stands in place of the separator
+    colonMissing,     // a command or marker that needs one; where: the rest
+    numberInvalid,    // where: the number
+    unitMissing,      // a number without its "steps", "degrees" or "seconds"
+    letterInvalid,    // where: what should be a letter
+    letterReplaced,   // a letter beyond the last character, read as "A"
+    speakerReplaced,  // the same for the speaker of a line
+    looksAtItself,    // a character told to look at itself
+    conditionNotMet,  // a command that has no effect now; detail: the command
+    modelMissing,     // a character without a model; detail: its letter
+    setUnknown,       // where: the name
+    modelUnknown,
+    voiceUnknown,
+    tagUntaken,         // a tag line that no handler takes
+    colourUnknown,      // where: the colour word
+    captionWordUnknown, // a bracket group at the end of talk that is no caption
+    bracketUnopened,    // talk that ends with a lone closing bracket
+    captionMakesTalk,   // a command that its bracketed caption makes talk
+    sentenceCutInWord,  // where: the piece
+    titleUnfinished,    // a card whose second text never came
+    playLineOutside,    // playFrom or playTo names no line
+    templateMissing,    // no template for a command
+};
+
+// Which table took a command or tag line.
+enum class TakenBy : std::uint8_t { tag, stagingCommand, characterCommand, pose };
+
+class ConversionReport {
+public:
+    virtual ~ConversionReport() = default;
+
+    virtual void vocabularyLoaded(const KeywordTable&) {}
+    virtual void descriptionRead(const StagingDescription&, const TemplateDb&,
+                                 char16_t /*lastCharacter*/, const DiagnosticLog&) {}
+    virtual bool wantsPositions() const { return false; }
+
+    // `line` is the untrimmed line, a part of the script. Everything told until
+    // the next lineStarted belongs to it.
+    virtual void lineStarted(std::int32_t /*number*/, std::u16string_view /*line*/) {}
+    virtual void lineClassified(LineKind, std::u16string_view /*speaker*/, bool /*isCommand*/) {}
+
+    // `after` is a changed copy of `before` that ends with the same units; later
+    // views may be parts of it.
+    virtual void rewritten(std::u16string_view /*before*/, std::u16string_view /*after*/) {}
+    virtual void recognized(const Recognition&) {}
+    virtual void adverbsRead(const AdverbValues&) {}
+    virtual void taken(TakenBy, std::u16string_view /*name*/) {}
+    virtual void templateChosen(std::u16string_view /*element*/, const Variant&) {}
+
+    // `where` is a part of the line or of a rewritten text; empty when the
+    // problem concerns the whole line.
+    virtual void problem(ScriptProblem, std::u16string_view /*where*/,
+                         std::u16string_view /*detail*/) {}
+
+    // The line's text went into the body.
+    virtual void bodyGrew(std::u16string_view /*text*/) {}
+
+    // The whole output is known.
+    virtual void finished(const class TvmlScript&) {}
+};
+
+} // namespace tvml
+
+#endif

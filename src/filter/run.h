@@ -1,0 +1,80 @@
+// What one conversion run owns and what its generators share.
+#ifndef TVML_FILTER_RUN_H
+#define TVML_FILTER_RUN_H
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "filter/report.h"
+#include "filter/run_state.h"
+#include "filter/settings.h"
+#include "staging/staging_description.h"
+#include "vocabulary/keyword_table.h"
+
+namespace tvml {
+
+struct Run {
+    Run(const KeywordTable& vocabulary, const TvmlIniMirvol& talkSettings,
+        ConversionReport* listener)
+        : words(vocabulary), settings(talkSettings), report(listener) {
+        talkSpeed.fill(u"1.0");
+    }
+
+    const KeywordTable& words;
+    const TvmlIniMirvol& settings;
+    ConversionReport* report; // null when nobody asks
+
+    RunState state;
+    StagingDescription staging;
+    TemplateDb templates;
+    RandomGenerator random;
+    std::array<bool, 26> autoGesture{};       // by letter
+    std::array<std::u16string, 26> talkSpeed; // by letter
+    std::u16string initialSetName;            // empty until the script chooses one
+
+    static std::size_t slot(char16_t letter) { return static_cast<std::size_t>(letter - u'A'); }
+
+    void tell(ScriptProblem what, std::u16string_view where = {},
+              std::u16string_view detail = {}) const {
+        if (report != nullptr) {
+            report->problem(what, where, detail);
+        }
+    }
+
+    // The next variant of an element, told to the report.
+    const Variant* select(CharacterElement element, char16_t letter) {
+        return told(kCharacterElements[indexOf(element)].name,
+                    templates.of(element).selectTemplate(
+                        letter, staging.characterModes[indexOf(element)], random));
+    }
+    const Variant* select(SimpleElement element) {
+        return told(
+            kSimpleElements[indexOf(element)].name,
+            templates.of(element).selectTemplate(staging.simpleModes[indexOf(element)], random));
+    }
+    const Variant* selectTwoshot(std::u16string_view pair) {
+        return told(kTwoshotElement,
+                    templates.twoshot.selectTemplate(pair, staging.twoshotMode, random));
+    }
+    const Variant* selectTitle(TitleFonts& fonts) {
+        return told(kTitleElement,
+                    templates.title.selectTemplate(staging.titleMode, random, fonts));
+    }
+
+private:
+    const Variant* told(std::u16string_view element, const Variant* variant) const {
+        if (report != nullptr) {
+            if (variant != nullptr) {
+                report->templateChosen(element, *variant);
+            } else {
+                report->problem(ScriptProblem::templateMissing, {}, element);
+            }
+        }
+        return variant;
+    }
+};
+
+} // namespace tvml
+
+#endif

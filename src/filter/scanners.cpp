@@ -1,0 +1,208 @@
+// Entries: the functions of the header.
+#include "filter/scanners.h"
+
+#include "filter/tvml_patterns.h"
+
+namespace tvml {
+namespace {
+
+constexpr std::u16string_view kSkipScript = u"skipscript";
+constexpr std::u16string_view kDrawing = u"drawing";
+
+bool isSkipSwitch(std::u16string_view text, std::size_t at, std::u16string_view switchWord,
+                  const KeywordTable& words) {
+    return startsLine(text, at) && bool(PatternMatch(text, at, words)
+                                            .then(kSkipScript)
+                                            .then(u"(")
+                                            .then(u"switch")
+                                            .then(u"=")
+                                            .then(switchWord)
+                                            .then(u")"));
+}
+
+// Calls `visit(position)` for every occurrence of `word`, from the start.
+template <typename Visit>
+void visitOccurrences(std::u16string_view text, std::u16string_view word, Visit visit) {
+    for (std::size_t at = text.find(word); at != kNone; at = text.find(word, at + 1)) {
+        visit(at);
+    }
+}
+
+// The talk speed or the TVML text of the letter's model: by Japanese name, then,
+// when that gives nothing, by English name.
+std::u16string_view modelText(const StagingDescription& staging, char16_t letter,
+                              std::u16string_view name, std::u16string CharacterModel::*field) {
+    for (const ModelTable* table : {&staging.modelsByJapaneseName, &staging.modelsByEnglishName}) {
+        const CharacterModel* model = StagingDescription::modelIn(*table, letter, name);
+        if (model != nullptr && !(model->*field).empty()) {
+            return model->*field;
+        }
+    }
+    return {};
+}
+
+// The line that a set command of `setting` becomes; empty when it stays.
+std::u16string initialSetLine(Run& run, std::u16string_view command) {
+    const bool opens = command.starts_with(u"openmodel");
+    if (!opens && !command.starts_with(u"change")) {
+        return {};
+    }
+    const StagingDescription& staging = run.staging;
+    const auto english = staging.setEnglishNames.find(run.initialSetName);
+    if (english != staging.setEnglishNames.end()) {
+        run.initialSetName = english->second;
+    }
+    if (!opens) {
+        return u"set: change( name=" + run.initialSetName + u" )";
+    }
+    const auto file = staging.setEnglishFiles.find(run.initialSetName);
+    if (file == staging.setEnglishFiles.end()) {
+        return {};
+    }
+    return u"set: openmodel( model=" + run.initialSetName + u", filename=\"" + file->second +
+           u"\" )";
+}
+
+} // namespace
+
+std::size_t findSkipSwitch(std::u16string_view text, std::u16string_view switchWord,
+                           const KeywordTable& words) {
+    std::size_t at = text.find(kSkipScript);
+    while (at != kNone && !isSkipSwitch(text, at, switchWord, words)) {
+        at = text.find(kSkipScript, at + 1);
+    }
+    return at;
+}
+
+std::size_t findLastSkipLine(std::u16string_view text, const KeywordTable& words) {
+    std::size_t at = text.rfind(kSkipScript);
+    while (at != kNone && !isSkipSwitch(text, at, u"off", words)) {
+        at = at == 0 ? kNone : text.rfind(kSkipScript, at - 1);
+    }
+    return at;
+}
+
+bool endsSkipped(std::u16string_view text, const KeywordTable& words) {
+    const std::size_t off = findSkipSwitch(text, u"off", words);
+    const std::size_t on = findSkipSwitch(text, u"on", words);
+    return off != kNone && (on == kNone || off < on);
+}
+
+void scanAutoGesture(Run& run, std::u16string_view text) {
+    visitOccurrences(text, u"character", [&](std::size_t at) {
+        char16_t letter = 0;
+        bool on = false;
+        const PatternMatch match = PatternMatch(text, at, run.words)
+                                       .then(u"character")
+                                       .then(u":")
+                                       .then(u"autogesture")
+                                       .then(u"(")
+                                       .then(u"name")
+                                       .then(u"=")
+                                       .thenUnit(letter)
+                                       .then(u",")
+                                       .then(u"switch")
+                                       .then(u"=")
+                                       .thenSwitch(on)
+                                       .then(u"\n");
+        if (match && letter >= u'A' && letter <= run.state.lastCharacter) {
+            run.autoGesture[Run::slot(letter)] = on;
+        }
+    });
+}
+
+void scanCameraAutoSwitching(Run& run, std::u16string_view text) {
+    visitOccurrences(text, u"camera", [&](std::size_t at) {
+        bool on = false;
+        const PatternMatch match = PatternMatch(text, at, run.words)
+                                       .then(u"camera")
+                                       .then(u":")
+                                       .then(u"autoswitching")
+                                       .then(u"(")
+                                       .then(u"switch")
+                                       .then(u"=")
+                                       .thenSwitch(on)
+                                       .then(u"\n");
+        if (match) {
+            run.state.cameraAutoSwitching = on;
+        }
+    });
+}
+
+void applyCharacterSpeeds(Run& run) {
+    for (const auto& [letter, name] : run.staging.currentModel) {
+        if (run.staging.findModel(letter, name) != nullptr) {
+            run.talkSpeed[Run::slot(letter)] =
+                modelText(run.staging, letter, name, &CharacterModel::speed);
+        }
+    }
+}
+
+void insertCharacterModels(Run& run) {
+    std::u16string& setting = run.staging.plain(PlainElement::setting);
+    const std::size_t skipOn = findSkipSwitch(setting, u"on", run.words);
+    const std::size_t lineEnd = skipOn == kNone ? kNone : setting.find(u'\n', skipOn);
+    if (lineEnd == kNone) {
+        return;
+    }
+    std::u16string models;
+    for (const auto& [letter, name] : run.staging.currentModel) {
+        models += modelText(run.staging, letter, name, &CharacterModel::text);
+    }
+    setting.insert(lineEnd + 1, models);
+}
+
+void applyInitialSet(Run& run) {
+    if (run.initialSetName.empty()) {
+        return;
+    }
+    const std::u16string_view setting = run.staging.plain(PlainElement::setting);
+    std::u16string result;
+    std::size_t copied = 0;
+    visitOccurrences(setting, u"set", [&](std::size_t at) {
+        if (at < copied || !startsLine(setting, at)) {
+            return;
+        }
+        const PatternMatch match = PatternMatch(setting, at, run.words).then(u"set").then(u":");
+        const std::u16string line = match ? initialSetLine(run, match.rest()) : std::u16string();
+        if (!line.empty()) {
+            result.append(setting, copied, at - copied).append(line);
+            copied = std::min(setting.find(u'\n', at), setting.size());
+        }
+    });
+    result.append(setting, copied);
+    run.staging.plain(PlainElement::setting) = std::move(result);
+}
+
+std::u16string_view placeholderOf(TitleKind kind) {
+    return kind == TitleKind::title ? u"$TITLE" : u"$SUBTITLE";
+}
+
+bool isTitleTextBehind(std::u16string_view text, TitleKind kind, std::size_t at,
+                       const KeywordTable& words) {
+    // The blanks between "drawing" and the colon belong to the pattern as well.
+    const PatternMatch match = PatternMatch(text, at, words, PatternBlanks::drawing)
+                                   .then(u"")
+                                   .then(u":")
+                                   .then(u"settext")
+                                   .then(u"(")
+                                   .then(u"name")
+                                   .then(u"=")
+                                   .thenLast(u"TITLETEXT");
+    if (!match) {
+        return false;
+    }
+    const std::u16string_view rest = match.rest();
+    return rest.substr(0, rest.find(u'\n')).find(placeholderOf(kind)) != kNone;
+}
+
+std::size_t findTitleText(std::u16string_view text, TitleKind kind, std::size_t from,
+                          const KeywordTable& words) {
+    std::size_t at = text.find(kDrawing, from);
+    while (at != kNone && !isTitleTextBehind(text, kind, at + kDrawing.size(), words)) {
+        at = text.find(kDrawing, at + kDrawing.size());
+    }
+    return at;
+}
+
+} // namespace tvml

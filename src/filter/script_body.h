@@ -1,0 +1,84 @@
+// The converted lines of a run, in order.
+#ifndef TVML_FILTER_SCRIPT_BODY_H
+#define TVML_FILTER_SCRIPT_BODY_H
+
+#include <deque>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "filter/scanners.h"
+#include "vocabulary/keyword_table.h"
+
+namespace tvml {
+
+inline constexpr std::u16string_view kMainImageBase =
+    u"drawing: openbase( name=MAINIMAGEBASE, color=000000, layer=99 )";
+
+// In `text`, replaces a quoted placeholder of an argument: behind the first
+// `argument` at or after `from` come "=" and the placeholder in apostrophes,
+// else nothing changes. The blanks are those of drawing commands.
+void fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
+                        std::u16string_view placeholder, std::u16string_view value,
+                        const KeywordTable& words);
+
+// What completes a title card that waits for its second text.
+struct CardText {
+    TitleKind kind;
+    std::u16string_view fontPlaceholder;
+    std::u16string_view font;
+    std::u16string_view sizePlaceholder;
+    std::u16string_view size;
+    std::u16string_view text;
+};
+
+// The text grows at its end. It is kept in segments of whole lines, so that
+// growing copies nothing and a card in its middle can be completed at the cost
+// of its segment. What such a completion looks for anywhere in the text is
+// indexed when the first one asks, each segment once.
+class ScriptBody {
+public:
+    explicit ScriptBody(const KeywordTable& words) : words_(words) {}
+
+    // Appends whole lines.
+    void append(std::u16string_view text);
+
+    // The text holds the command that opens the base of main pictures.
+    bool holdsMainImageBase();
+
+    // Completes the last title-text command that still waits for a text of the
+    // card's kind; false when there is none.
+    bool completeCard(const CardText& card);
+
+    const std::deque<std::u16string>& segments() const { return segments_; }
+    std::deque<std::u16string> takeSegments() { return std::move(segments_); }
+
+private:
+    using Numbers = std::set<std::size_t>; // of segments
+
+    void indexNewText();
+    void indexSegment(std::size_t number, std::u16string_view text);
+    void indexAgain(std::size_t number);
+    void fillArgument(std::size_t segment, std::size_t from, std::u16string_view argument,
+                      const Numbers& holders, std::u16string_view placeholder,
+                      std::u16string_view value);
+
+    const KeywordTable& words_;
+    std::deque<std::u16string> segments_;
+
+    // What the text before (indexedSegments_, indexedUnits_) holds.
+    std::size_t indexedSegments_ = 0;
+    std::size_t indexedUnits_ = 0; // of the segment behind the indexed ones
+    Numbers waitingTitles_;
+    Numbers waitingSubtitles_;
+    Numbers fontNames_;
+    Numbers sizes_;
+
+    bool mainImageBase_ = false;
+    std::size_t baseSegments_ = 0; // searched for it
+    std::size_t baseUnits_ = 0;
+};
+
+} // namespace tvml
+
+#endif

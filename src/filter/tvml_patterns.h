@@ -1,0 +1,90 @@
+// Patterns of TVML commands: words, blanks and punctuation, matched item by item.
+#ifndef TVML_FILTER_TVML_PATTERNS_H
+#define TVML_FILTER_TVML_PATTERNS_H
+
+#include <cstdint>
+#include <string_view>
+
+#include "vocabulary/keyword_table.h"
+
+namespace tvml {
+
+// The blanks that a pattern skips between its items.
+enum class PatternBlanks : std::uint8_t {
+    script,  // those of trimScriptText
+    drawing, // the characters of `space_tab`
+};
+
+// A match in progress. It reads as the pattern is written:
+//   PatternMatch(text, at, words).then(u"skipscript").then(u"(").then(u"switch")
+// An item that does not fit ends the match; later items then change nothing.
+class PatternMatch {
+public:
+    PatternMatch(std::u16string_view text, std::size_t at, const KeywordTable& words,
+                 PatternBlanks blanks = PatternBlanks::script)
+        : text_(text), at_(at), words_(words), blanks_(blanks) {}
+
+    // The text goes on with `item`. Blanks behind it are skipped.
+    PatternMatch& then(std::u16string_view item) {
+        thenLast(item);
+        if (matched_) {
+            skipBlanks();
+        }
+        return *this;
+    }
+
+    // As then, but the match ends right behind the item.
+    PatternMatch& thenLast(std::u16string_view item) {
+        matched_ = matched_ && text_.substr(at_).starts_with(item);
+        at_ += matched_ ? item.size() : 0;
+        return *this;
+    }
+
+    // Any one unit.
+    PatternMatch& thenUnit(char16_t& unit) {
+        matched_ = matched_ && at_ < text_.size();
+        if (matched_) {
+            unit = text_[at_++];
+            skipBlanks();
+        }
+        return *this;
+    }
+
+    // "on" or "off", and ")" behind it.
+    PatternMatch& thenSwitch(bool& on) {
+        on = matched_ && text_.substr(at_).starts_with(u"on");
+        return then(on ? u"on" : u"off").then(u")");
+    }
+
+    explicit operator bool() const { return matched_; }
+
+    // Where the match ends.
+    std::size_t position() const { return at_; }
+    std::u16string_view rest() const { return text_.substr(at_); }
+
+private:
+    void skipBlanks() {
+        while (at_ < text_.size() && isBlank(text_[at_])) {
+            ++at_;
+        }
+    }
+    bool isBlank(char16_t unit) const {
+        return blanks_ == PatternBlanks::script ? words_.isBlank(unit)
+                                                : words_[u"space_tab"].holds(unit);
+    }
+
+    std::u16string_view text_;
+    std::size_t at_;
+    const KeywordTable& words_;
+    PatternBlanks blanks_;
+    bool matched_ = true;
+};
+
+// `at` is the start of a line: position 0 or right behind a line feed.
+constexpr bool startsLine(std::u16string_view text, std::size_t at) {
+    return at == 0 || text[at - 1] == u'\n';
+}
+
+} // namespace tvml
+
+#endif

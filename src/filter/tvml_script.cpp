@@ -1,0 +1,198 @@
+// Entries: assembleScript, TvmlScript.
+#include "filter/tvml_script.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tvml {
+namespace {
+
+constexpr std::u16string_view kHeader = u"//! TVML Version 3.0\n";
+constexpr std::u16string_view kInitializeStart = u"//! initializeStart\n";
+constexpr std::u16string_view kInitializeEnd = u"//! initializeEnd\n";
+constexpr std::u16string_view kSkipOff = u"skipscript( switch=off )\n";
+constexpr std::u16string_view kDrawing = u"drawing";
+
+std::u16string_view initialLightingText(const Run& run) {
+    using enum PlainElement;
+    static constexpr std::array<PlainElement, 4> kTexts{daylight, night, candlelight, lightoff};
+    const InitialLighting lighting = run.state.initialLighting;
+    return lighting == InitialLighting::none
+               ? std::u16string_view{}
+               : std::u16string_view(run.staging.plain(kTexts[static_cast<std::size_t>(lighting)]));
+}
+
+// The last skip line of the set-up, unless it is the first line: its start and
+// its line feed.
+struct Line {
+    std::size_t start = kNone;
+    std::size_t end = kNone;
+};
+
+Line lastSkipLine(std::u16string_view setting, const KeywordTable& words) {
+    const std::size_t start = findLastSkipLine(setting, words);
+    return start == kNone || start == 0 ? Line{} : Line{start, setting.find(u'\n', start)};
+}
+
+void placeLighting(std::u16string& setting, std::u16string_view lighting,
+                   const KeywordTable& words) {
+    const Line line = lastSkipLine(setting, words);
+    if (line.start != kNone && line.end != kNone) {
+        std::u16string lines(lighting);
+        lines += kSkipOff;
+        setting.replace(line.start, line.end + 1 - line.start, lines);
+    }
+}
+
+// An opening that ends the skipped part itself takes that over from the set-up.
+void dropLastSkipLine(std::u16string& setting, const KeywordTable& words) {
+    const Line line = lastSkipLine(setting, words);
+    if (line.start != kNone) {
+        setting.erase(line.start - 1, line.end == kNone ? kNone : line.end - (line.start - 1));
+    }
+}
+
+// Whether any "$" stands in `text`. Looks at blocks without leaving them early,
+// which the compiler turns into vector code: this sees every unit of a script.
+bool holdsMark(std::u16string_view text) {
+    constexpr std::size_t kBlock = 64;
+    const auto isMark = [](char16_t unit) { return unit == u'$'; };
+    while (text.size() >= kBlock) {
+        unsigned found = 0;
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            found |= isMark(text[i]) ? 1u : 0u;
+        }
+        if (found != 0) {
+            return true;
+        }
+        text.remove_prefix(kBlock);
+    }
+    return std::any_of(text.begin(), text.end(), isMark);
+}
+
+bool mayHoldUnfilledTitles(const std::deque<std::u16string>& pieces) {
+    return std::any_of(pieces.begin(), pieces.end(), [](const std::u16string& piece) {
+        return holdsMark(piece) &&
+               (piece.find(u"$TITLE") != kNone || piece.find(u"$SUBTITLE") != kNone);
+    });
+}
+
+// Copies a text without its unfilled title-text commands, each from its first
+// unit through the next line feed.
+class Remover {
+public:
+    Remover(std::u16string_view text, TitleKind kind, const KeywordTable& words)
+        : text_(text), kind_(kind), words_(words) {
+        kept_.reserve(text.size());
+    }
+
+    std::u16string run() {
+        std::size_t from = 0;
+        for (;;) {
+            const std::size_t at = findTitleText(text_, kind_, from, words_);
+            kept_.append(text_, next_, std::min(at, text_.size()) - next_);
+            if (at == kNone) {
+                return std::move(kept_);
+            }
+            skipLineFrom(at);
+            while (joinsToCommand()) {
+                kept_.pop_back();
+                skipLineFrom(next_);
+            }
+            // Where the join makes another "drawing", that one was looked at.
+            from = joinsToDrawing() ? next_ + kDrawing.size() - 1 : next_;
+        }
+    }
+
+private:
+    void skipLineFrom(std::size_t at) {
+        const std::size_t end = text_.find(u'\n', at);
+        next_ = end == kNone ? text_.size() : end + 1;
+    }
+
+    // The search goes on one unit before the removed part, so that unit and what
+    // follows the part may form a command.
+    bool joinsToDrawing() const {
+        return !kept_.empty() && kept_.back() == kDrawing.front() &&
+               text_.substr(next_).starts_with(kDrawing.substr(1));
+    }
+    bool joinsToCommand() const {
+        return joinsToDrawing() &&
+               isTitleTextBehind(text_, kind_, next_ + kDrawing.size() - 1, words_);
+    }
+
+    std::u16string_view text_;
+    const TitleKind kind_;
+    const KeywordTable& words_;
+    std::u16string kept_;
+    std::size_t next_ = 0; // first unit that is neither kept nor removed yet
+};
+
+} // namespace
+
+void TvmlScript::append(std::u16string piece) {
+    size_ += piece.size();
+    if (!piece.empty()) {
+        pieces_.push_back(std::move(piece));
+    }
+}
+
+void TvmlScript::append(std::deque<std::u16string> pieces) {
+    for (std::u16string& piece : pieces) {
+        append(std::move(piece));
+    }
+}
+
+void TvmlScript::copyTo(char16_t* output) const {
+    for (const std::u16string& piece : pieces_) {
+        output = std::copy(piece.begin(), piece.end(), output);
+    }
+}
+
+std::u16string TvmlScript::text() const {
+    std::u16string whole(size_, u'\0');
+    copyTo(whole.data());
+    return whole;
+}
+
+void TvmlScript::removeUnfilledTitles(const KeywordTable& words) {
+    if (!mayHoldUnfilledTitles(pieces_)) {
+        return;
+    }
+    std::u16string whole = text();
+    pieces_.clear();
+    for (const TitleKind kind : {TitleKind::title, TitleKind::subtitle}) {
+        whole = Remover(whole, kind, words).run();
+    }
+    size_ = 0;
+    append(std::move(whole));
+}
+
+TvmlScript assembleScript(Run& run, ScriptBody& body) {
+    std::u16string& setting = run.staging.plain(PlainElement::setting);
+    std::u16string& opening = run.staging.plain(PlainElement::opening);
+    placeLighting(setting, initialLightingText(run), run.words);
+    if (!run.state.openingOn) {
+        opening.clear();
+    } else if (endsSkipped(opening, run.words)) {
+        dropLastSkipLine(setting, run.words);
+    }
+    opening += kInitializeEnd;
+    const std::size_t skipOn = findSkipSwitch(setting, u"on", run.words);
+    if (skipOn != kNone) {
+        setting.insert(skipOn, kInitializeStart);
+    }
+
+    TvmlScript script;
+    script.append(std::u16string(kHeader));
+    script.append(std::move(setting));
+    script.append(std::move(opening));
+    script.append(body.takeSegments());
+    if (run.state.endingOn) {
+        script.append(std::move(run.staging.plain(PlainElement::ending)));
+    }
+    script.removeUnfilledTitles(run.words);
+    return script;
+}
+
+} // namespace tvml

@@ -1,0 +1,44 @@
+// The output of a run.
+#ifndef TVML_FILTER_TVML_SCRIPT_H
+#define TVML_FILTER_TVML_SCRIPT_H
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <string_view>
+
+#include "filter/run.h"
+#include "filter/script_body.h"
+
+namespace tvml {
+
+// A text in pieces, so that a long body is not copied to put a head before it.
+class TvmlScript {
+public:
+    void append(std::u16string piece);
+    void append(std::deque<std::u16string> pieces);
+
+    // Length in UTF-16 units, without a terminator.
+    std::size_t size() const { return size_; }
+
+    // Copies the whole text; `output` has room for size() units.
+    void copyTo(char16_t* output) const;
+
+    std::u16string text() const;
+    const std::deque<std::u16string>& pieces() const { return pieces_; }
+
+    // Removes what title cards left without their second text.
+    void removeUnfilledTitles(const KeywordTable& words);
+
+private:
+    std::deque<std::u16string> pieces_;
+    std::size_t size_ = 0;
+};
+
+// Puts the set-up, the opening, the body and the ending together. Takes the
+// texts out of the run and the body.
+TvmlScript assembleScript(Run& run, ScriptBody& body);
+
+} // namespace tvml
+
+#endif

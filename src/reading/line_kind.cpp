@@ -1,0 +1,109 @@
+// Line kinds and marker words. Entries: classifyLine, markerUnits.
+#include "reading/line_kind.h"
+
+#include <optional>
+#include <span>
+
+#include "reading/script_text.h"
+
+namespace tvml {
+namespace {
+
+// A spelling is a fixed English text or a vocabulary word, with the units that
+// a line loses when it starts with it.
+struct Spelling {
+    std::u16string_view english; // empty for a vocabulary word
+    Key word;
+    std::size_t units;
+};
+
+constexpr Spelling english(std::u16string_view text) {
+    return {text, Key(u"title"), text.size()};
+}
+constexpr Spelling word(Key key, std::size_t units) {
+    return {{}, key, units};
+}
+
+struct MarkerRow {
+    std::array<std::optional<Spelling>, 4> spellings; // tried in this order
+};
+
+// clang-format off
+// One row a Marker, in its order.
+constexpr std::array<MarkerRow, kMarkerCount> kMarkers{{
+    {{english(u"title"),      word(u"title", 4)}},
+    {{english(u"subtitle"),   word(u"subtitle", 6)}},
+    {{english(u"rightsuper"), word(u"rightsuper", 6)}},
+    {{english(u"leftsuper"),  word(u"leftsuper", 6)}},
+    {{english(u"super"),      word(u"super", 4)}},
+    {{english(u"mainimage"),  word(u"mainimage", 7)}},
+    {{english(u"subimage"),   word(u"subimage", 6)}},
+    {{english(u"bgimage"),    word(u"bgimage", 6)}},
+    {{english(u"rightimage"), word(u"rightimage", 6)}},
+    {{english(u"leftimage"),  word(u"leftimage", 6)}},
+    {{english(u"bgm"),        word(u"bgm", 3),        english(u"BGM"),  word(u"sound", 4)}},
+    {{english(u"tvml"),       word(u"tvml", 4),       english(u"TVML")}},
+}};
+// clang-format on
+
+bool startsWith(std::u16string_view line, const Spelling& spelling, const KeywordTable& words) {
+    return spelling.english.empty() ? words[spelling.word].starts(line)
+                                    : line.starts_with(spelling.english);
+}
+
+bool colonFollows(std::u16string_view line, std::size_t units, const KeywordTable& words) {
+    return startsWithColon(dropAndTrim(line, units, words), words);
+}
+
+bool isDeclaredTag(std::u16string_view line, const TextMap& names, const KeywordTable& words) {
+    return visitNamesStarting(names, line, [&](const TextMap::value_type& entry) {
+        return colonFollows(line, entry.first.size(), words);
+    });
+}
+
+} // namespace
+
+std::u16string_view lineKindText(LineKind kind) {
+    static constexpr std::array<std::u16string_view, 4> kTexts{u"", u"tag", u"character", u"other"};
+    return kTexts[static_cast<std::size_t>(kind)];
+}
+
+std::u16string_view markerName(Marker marker) {
+    return kMarkers[static_cast<std::size_t>(marker)].spellings[0]->english;
+}
+
+std::size_t markerUnits(Marker marker, std::u16string_view line, const KeywordTable& words) {
+    for (const auto& spelling : kMarkers[static_cast<std::size_t>(marker)].spellings) {
+        if (spelling.has_value() && startsWith(line, *spelling, words)) {
+            return spelling->units;
+        }
+    }
+    return kNone;
+}
+
+LineKind classifyTrimmedLine(std::u16string_view line, const DeclaredTags& tags,
+                             const KeywordTable& words) {
+    if (line.empty()) {
+        return LineKind::empty;
+    }
+    if (isDeclaredTag(line, tags.tagNames, words) || isDeclaredTag(line, tags.tagTexts, words)) {
+        return LineKind::tag;
+    }
+    // The first marker that starts the line decides, with or without a colon.
+    for (std::size_t i = 0; i < kMarkerCount; ++i) {
+        const std::size_t units = markerUnits(static_cast<Marker>(i), line, words);
+        if (units != kNone) {
+            return colonFollows(line, units, words) ? LineKind::tag : LineKind::other;
+        }
+    }
+    const bool namesCharacter = words.isLetter(line.front()) && colonFollows(line, 1, words);
+    return namesCharacter ? LineKind::character : LineKind::other;
+}
+
+LineKind classifyLine(std::u16string_view& line, const DeclaredTags& tags,
+                      const KeywordTable& words) {
+    line = trimScriptText(line, words);
+    return classifyTrimmedLine(line, tags, words);
+}
+
+} // namespace tvml

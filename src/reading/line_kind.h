@@ -1,0 +1,94 @@
+// What kind of line a script line is.
+#ifndef TVML_READING_LINE_KIND_H
+#define TVML_READING_LINE_KIND_H
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "vocabulary/keyword_table.h"
+
+namespace tvml {
+
+enum class LineKind : std::uint8_t { empty, tag, character, other };
+
+// The text of a kind: "", "tag", "character" or "other".
+std::u16string_view lineKindText(LineKind kind);
+
+// The marker words of tag lines, in the order in which a line is tested.
+enum class Marker : std::uint8_t {
+    title,
+    subtitle,
+    rightSuper,
+    leftSuper,
+    super,
+    mainImage,
+    subImage,
+    bgImage,
+    rightImage,
+    leftImage,
+    music,
+    embeddedTvml,
+};
+inline constexpr std::size_t kMarkerCount = 12;
+
+// Units that `line` loses when it starts with one of the marker's spellings, or
+// kNone when it starts with none. The count is the spelling's fixed one,
+// whatever the length of a vocabulary word.
+std::size_t markerUnits(Marker marker, std::u16string_view line, const KeywordTable& words);
+
+// The English spelling of a marker.
+std::u16string_view markerName(Marker marker);
+
+// An ordered map with text keys that can be searched with views.
+using TextMap = std::map<std::u16string, std::u16string, std::less<>>;
+
+// The tags that the filter description declares.
+struct DeclaredTags {
+    TextMap tagNames; // Japanese name -> English name
+    TextMap tagTexts; // English name -> TVML text
+};
+
+// Calls `visit(entry)` for each entry of `names` whose key starts `text`, in
+// ascending order of the keys, until it returns true. Costs a few look-ups per
+// unit of the longest key that fits, however many keys there are.
+template <typename Visit>
+bool visitNamesStarting(const TextMap& names, std::u16string_view text, Visit visit) {
+    auto entry = names.begin();
+    while (entry != names.end()) {
+        const std::u16string_view key = entry->first;
+        if (text.starts_with(key)) {
+            if (visit(*entry)) {
+                return true;
+            }
+            ++entry;
+            continue;
+        }
+        // Every key between this one and the part of the text that it shares,
+        // made one unit longer, starts nothing either.
+        std::size_t shared = 0;
+        while (shared < key.size() && shared < text.size() && key[shared] == text[shared]) {
+            ++shared;
+        }
+        if (shared == text.size() || (shared < key.size() && key[shared] > text[shared])) {
+            return false;
+        }
+        entry = names.lower_bound(text.substr(0, shared + 1));
+    }
+    return false;
+}
+
+// The kind of `line`, which must be trimmed.
+LineKind classifyTrimmedLine(std::u16string_view line, const DeclaredTags& tags,
+                             const KeywordTable& words);
+
+// Trims `line` in place and tells its kind.
+LineKind classifyLine(std::u16string_view& line, const DeclaredTags& tags,
+                      const KeywordTable& words);
+
+} // namespace tvml
+
+#endif

@@ -1,0 +1,82 @@
+// The text services of the script's readers. Entries: the functions of the header.
+#include "reading/script_text.h"
+
+namespace tvml {
+
+std::u16string_view trimScriptText(std::u16string_view text, const KeywordTable& words) {
+    std::size_t first = 0;
+    std::size_t last = text.size();
+    while (first < last && words.isBlank(text[first])) {
+        ++first;
+    }
+    while (last > first && words.isBlank(text[last - 1])) {
+        --last;
+    }
+    return text.substr(first, last - first);
+}
+
+std::u16string_view letterText(char16_t letter) {
+    static constexpr std::u16string_view kLetters = u"ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    return kLetters.substr(static_cast<std::size_t>(letter - u'A'), 1);
+}
+
+std::u16string_view characterLetterOf(std::u16string_view text, const KeywordTable& words) {
+    const char16_t letter = text.size() == 1 ? words.letterOf(text.front()) : u'\0';
+    return letter != 0 ? letterText(letter) : std::u16string_view{};
+}
+
+void replaceAll(std::u16string& text, std::u16string_view pattern,
+                std::u16string_view replacement) {
+    std::size_t found = pattern.empty() ? kNone : text.find(pattern);
+    if (found == kNone) {
+        return;
+    }
+    // Built anew in one pass, so that many occurrences stay linear.
+    std::u16string result;
+    std::size_t copied = 0;
+    for (; found != kNone; found = text.find(pattern, copied)) {
+        result.append(text, copied, found - copied).append(replacement);
+        copied = found + pattern.size();
+    }
+    result.append(text, copied);
+    text = std::move(result);
+}
+
+void replaceDoubleQuotes(std::u16string& text) {
+    std::replace(text.begin(), text.end(), u'"', u'\'');
+}
+
+bool isAsciiText(std::u16string_view text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
+}
+
+bool startsWithColon(std::u16string_view text, const KeywordTable& words) {
+    return text.starts_with(u':') || words[u"colon"].starts(text);
+}
+
+bool endsWithClosingBracket(std::u16string_view text, const KeywordTable& words) {
+    return !text.empty() && (text.back() == u')' || words[u"toji_kakko"].holds(text.back()));
+}
+
+std::size_t findSeparator(std::u16string_view text, const KeywordTable& words) {
+    std::size_t position = text.find(u',');
+    for (const Key key : {Key(u"kanma"), Key(u"touten1"), Key(u"touten2")}) {
+        // Nothing beyond the earliest separator so far can come before it.
+        const std::size_t reach = position == kNone ? kNone : position + words[key].size();
+        position = earliestPosition(position, words[key].findIn(text.substr(0, reach)));
+    }
+    return position;
+}
+
+bool startsWithSeparator(std::u16string_view text, const KeywordTable& words) {
+    return text.starts_with(u',') || words[u"kanma"].starts(text) ||
+           words[u"touten1"].starts(text) || words[u"touten2"].starts(text);
+}
+
+std::u16string decimalText(std::int32_t number) {
+    const std::string digits = std::to_string(number);
+    return {digits.begin(), digits.end()};
+}
+
+} // namespace tvml

@@ -1,0 +1,144 @@
+// Loading the vocabulary. Entry: KeywordTable::load.
+#include "vocabulary/keyword_table.h"
+
+#include <algorithm>
+
+namespace tvml {
+namespace {
+
+constexpr std::u16string_view kFileName = u"keyword.ini";
+constexpr std::u16string_view kSection = u"KEYWORD_STRING";
+constexpr std::u16string_view kMissingMark = u"keyword.ini error";
+constexpr std::size_t kBufferUnits = 128;
+constexpr std::size_t kHostPathUnits = 522;
+constexpr std::size_t kPathUnits = 261; // with its terminator
+
+// An ini file that holds nothing, for hosts whose folder cannot be named.
+class NoIniFile final : public platform::IniFile {
+public:
+    std::size_t readString(std::u16string_view, std::u16string_view,
+                           std::u16string_view defaultText,
+                           std::span<char16_t> buffer) const override {
+        if (buffer.empty()) {
+            return 0;
+        }
+        const std::size_t count = std::min(defaultText.size(), buffer.size() - 1);
+        std::copy_n(defaultText.begin(), count, buffer.begin());
+        buffer[count] = u'\0';
+        return count;
+    }
+};
+
+constexpr bool inRange(char16_t unit, char16_t first, char16_t last) {
+    return unit >= first && unit <= last;
+}
+
+// A range whose bounds are words; without both bounds there is no range.
+bool inWordRange(char16_t unit, const Word& first, const Word& last) {
+    return first.hasUnits() && last.hasUnits() &&
+           inRange(unit, first.textOrEmpty().front(), last.textOrEmpty().front());
+}
+
+} // namespace
+
+std::u16string hostIniPath(const platform::Platform& platform, std::u16string_view name) {
+    const std::u16string host = platform.hostProgramPath(kHostPathUnits);
+    const std::size_t cut = host.rfind(platform.pathSeparator());
+    if (cut == std::u16string::npos || cut + 1 + name.size() >= kPathUnits) {
+        return {};
+    }
+    return host.substr(0, cut + 1).append(name);
+}
+
+std::unique_ptr<platform::IniFile> openHostIni(const platform::Platform& platform,
+                                               std::u16string_view name) {
+    const std::u16string path = hostIniPath(platform, name);
+    return path.empty() ? std::make_unique<NoIniFile>() : platform.openIni(path);
+}
+
+bool KeywordTable::load(const platform::Platform& platform) {
+    return loadFrom(*openHostIni(platform, kFileName));
+}
+
+bool KeywordTable::loadFrom(const platform::IniFile& file) {
+    problem_ = LoadProblem::none;
+    bool changed = false;
+    std::array<char16_t, kBufferUnits> buffer;
+    for (problemKey_ = 0; problemKey_ < kKeyCount; ++problemKey_) {
+        const std::size_t length =
+            file.readString(kSection, kKeys[problemKey_], kMissingMark, buffer);
+        const std::u16string_view value(buffer.data(), length);
+        if (length >= kBufferUnits - 1) {
+            problem_ = LoadProblem::tooLong;
+            break;
+        }
+        if (value == kMissingMark) {
+            problem_ = LoadProblem::missing;
+            break;
+        }
+        Word& word = words_[problemKey_];
+        if (!word.equals(value)) {
+            word.load(value);
+            changed = true;
+        }
+    }
+    if (changed || !lettersIndexed_) {
+        ++version_;
+        indexLetters();
+    }
+    return problem_ == LoadProblem::none;
+}
+
+void KeywordTable::set(Key key, std::u16string_view text) {
+    words_[key.index()].load(text);
+    ++version_;
+    indexLetters();
+}
+
+// Letters are looked up once a line, their 104 forms compared once a load. A
+// form that several letters share belongs to the first of them.
+void KeywordTable::indexLetters() {
+    asciiLetters_.fill(0);
+    otherLetters_.clear();
+    const auto add = [this](char16_t form, char16_t letter) {
+        if (form < asciiLetters_.size()) {
+            char16_t& entry = asciiLetters_[form];
+            entry = entry != 0 ? entry : letter;
+        } else {
+            otherLetters_.emplace_back(form, letter);
+        }
+    };
+    constexpr std::size_t firstForm = Key(u"a1").index();
+    for (std::size_t i = 0; i < 26; ++i) {
+        const auto letter = static_cast<char16_t>(u'A' + i);
+        add(static_cast<char16_t>(u'a' + i), letter);
+        add(letter, letter);
+        for (std::size_t form = 0; form < 2; ++form) {
+            const std::u16string_view text = words_[firstForm + 2 * i + form].textOrEmpty();
+            if (text.size() == 1) {
+                add(text.front(), letter);
+            }
+        }
+    }
+    std::stable_sort(otherLetters_.begin(), otherLetters_.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    lettersIndexed_ = true;
+}
+
+char16_t KeywordTable::letterOf(char16_t unit) const {
+    if (unit < asciiLetters_.size()) {
+        return asciiLetters_[unit];
+    }
+    const auto found =
+        std::lower_bound(otherLetters_.begin(), otherLetters_.end(), unit,
+                         [](const auto& entry, char16_t u) { return entry.first < u; });
+    return found != otherLetters_.end() && found->first == unit ? found->second : u'\0';
+}
+
+bool KeywordTable::isLetter(char16_t unit) const {
+    return inRange(unit, u'A', u'Z') || inRange(unit, u'a', u'z') ||
+           inWordRange(unit, (*this)[u"A2"], (*this)[u"Z2"]) ||
+           inWordRange(unit, (*this)[u"a1"], (*this)[u"z1"]);
+}
+
+} // namespace tvml
