@@ -6,6 +6,7 @@
 #include "generation/talk.h"
 #include "reading/brackets.h"
 #include "reading/script_text.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
@@ -16,7 +17,7 @@ constexpr std::u16string_view kNoSpeaker = u"NO";
 
 // A script and a description end at their first U+0000.
 std::u16string_view upToTerminator(std::u16string_view text) {
-    return text.substr(0, text.find(u'\0'));
+    return text.substr(0, findUnit(text, u'\0'));
 }
 
 bool isCommand(std::u16string_view line, const KeywordTable& words) {
@@ -29,16 +30,19 @@ bool isCommand(std::u16string_view line, const KeywordTable& words) {
 ConversionRun::ConversionRun(KeywordTable& words, TvmlIniMirvol& settings,
                              const platform::Platform& platform, ConversionReport* report)
     : words_(words), settings_(settings), platform_(platform), run_(words, settings, report),
-      body_(words), tags_(run_, body_) {}
+      body_(words, report), tags_(run_, body_) {}
 
 TvmlScript ConversionRun::convert(const ConversionRequest& request) {
     words_.load(platform_);
     settings_.load();
+    markers_.emplace(words_);
+    run_.commands.emplace(words_);
     if (run_.report != nullptr) {
         run_.report->vocabularyLoaded(words_);
     }
     run_.random = RandomGenerator(platform_.secondsNow());
     readDescription(upToTerminator(request.description));
+    run_.resolveModels();
     applyCharacterSpeeds(run_);
     for (const PlainElement text : {PlainElement::setting, PlainElement::opening}) {
         scanAutoGesture(run_, run_.staging.plain(text));
@@ -72,7 +76,7 @@ void ConversionRun::convertLines(const ConversionRequest& request) {
     std::u16string_view rest = upToTerminator(request.script);
     while (!rest.empty()) {
         ++number;
-        const std::size_t end = rest.find(u'\n');
+        const std::size_t end = findUnit(rest, u'\n');
         const std::u16string_view line = rest.substr(0, end);
         rest = end == kNone ? std::u16string_view{} : rest.substr(end + 1);
         if (run_.report != nullptr) {
@@ -94,7 +98,7 @@ void ConversionRun::convertLines(const ConversionRequest& request) {
 
 void ConversionRun::convertLine(std::u16string_view untrimmed) {
     std::u16string_view line = untrimmed;
-    const LineKind kind = classifyLine(line, run_.staging.tags, words_);
+    const LineKind kind = classifyLine(line, run_.staging.tags, words_, *markers_);
     switch (kind) {
     case LineKind::empty:
         if (run_.report != nullptr) {

@@ -3,6 +3,7 @@
 #define TVML_FILTER_CONVERSION_RUN_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -45,6 +46,7 @@ private:
     TvmlIniMirvol& settings_;
     const platform::Platform& platform_;
     Run run_;
+    std::optional<MarkerIndex> markers_; // of the words that are loaded
     ScriptBody body_;
     TagLines tags_;
     std::u16string line_; // TVML of the line at hand

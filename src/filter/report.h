@@ -21,10 +21,11 @@ enum class ScriptProblem : std::uint8_t {
     adverbMissing,    // a separator without an adverb behind it
     separatorMissing, // where: what stands in place of the separator
     colonMissing,     // a command or marker that needs one; where: the rest
-    numberInvalid,    // where: the number
+    numberInvalid,    // where: the number; detail, when it is missing: its unit
     unitMissing,      // a number without its "steps", "degrees" or "seconds"
     letterInvalid,    // where: what should be a letter
-    letterReplaced,   // a letter beyond the last character, read as "A"
+    letterReplaced,   // a letter beyond the last character, read as "A"; detail,
+                      // when one letter stands twice: the pair that is used
     speakerReplaced,  // the same for the speaker of a line
     looksAtItself,    // a character told to look at itself
     conditionNotMet,  // a command that has no effect now; detail: the command
@@ -67,6 +68,10 @@ public:
     virtual void adverbsRead(const AdverbValues&) {}
     virtual void taken(TakenBy, std::u16string_view /*name*/) {}
     virtual void templateChosen(std::u16string_view /*element*/, const Variant&) {}
+
+    // A line of the marker "title" or "subtitle" started a card, or completed the
+    // card that the line before it started.
+    virtual void titleCard(std::u16string_view /*marker*/, bool /*completed*/) {}
 
     // `where` is a part of the line or of a rewritten text; empty when the
     // problem concerns the whole line.

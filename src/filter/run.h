@@ -3,6 +3,7 @@
 #define TVML_FILTER_RUN_H
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,9 +30,18 @@ struct Run {
     StagingDescription staging;
     TemplateDb templates;
     RandomGenerator random;
-    std::array<bool, 26> autoGesture{};       // by letter
-    std::array<std::u16string, 26> talkSpeed; // by letter
-    std::u16string initialSetName;            // empty until the script chooses one
+    std::array<bool, 26> autoGesture{};             // by letter
+    std::array<std::u16string, 26> talkSpeed;       // by letter
+    std::u16string initialSetName;                  // empty until the script chooses one
+    std::optional<CommandIndex> commands;           // of the words that are loaded
+    std::array<const CharacterModel*, 26> models{}; // current ones by letter, null for none
+
+    // Looks every character's current model up, once its tables are complete.
+    void resolveModels() {
+        for (const auto& [letter, name] : staging.currentModel) {
+            models[slot(letter)] = staging.findModel(letter, name);
+        }
+    }
 
     static std::size_t slot(char16_t letter) { return static_cast<std::size_t>(letter - u'A'); }
 

@@ -178,10 +178,9 @@ std::u16string_view placeholderOf(TitleKind kind) {
     return kind == TitleKind::title ? u"$TITLE" : u"$SUBTITLE";
 }
 
-bool isTitleTextBehind(std::u16string_view text, TitleKind kind, std::size_t at,
-                       const KeywordTable& words) {
+bool TitleTextFinder::continuesAt(std::size_t at) {
     // The blanks between "drawing" and the colon belong to the pattern as well.
-    const PatternMatch match = PatternMatch(text, at, words, PatternBlanks::drawing)
+    const PatternMatch match = PatternMatch(text_, at, words_, PatternBlanks::drawing)
                                    .then(u"")
                                    .then(u":")
                                    .then(u"settext")
@@ -192,15 +191,19 @@ bool isTitleTextBehind(std::u16string_view text, TitleKind kind, std::size_t at,
     if (!match) {
         return false;
     }
-    const std::u16string_view rest = match.rest();
-    return rest.substr(0, rest.find(u'\n')).find(placeholderOf(kind)) != kNone;
+    const std::size_t end = match.position();
+    if (end >= lineEnd_) {
+        lineEnd_ = std::min(text_.find(u'\n', end), text_.size());
+        const std::size_t last = text_.substr(end, lineEnd_ - end).rfind(placeholder_);
+        placeholderAt_ = last == kNone ? kNone : end + last;
+    }
+    return placeholderAt_ != kNone && placeholderAt_ >= end;
 }
 
-std::size_t findTitleText(std::u16string_view text, TitleKind kind, std::size_t from,
-                          const KeywordTable& words) {
-    std::size_t at = text.find(kDrawing, from);
-    while (at != kNone && !isTitleTextBehind(text, kind, at + kDrawing.size(), words)) {
-        at = text.find(kDrawing, at + kDrawing.size());
+std::size_t TitleTextFinder::next(std::size_t from) {
+    std::size_t at = text_.find(kDrawing, from);
+    while (at != kNone && !continuesAt(at + kDrawing.size())) {
+        at = text_.find(kDrawing, at + kDrawing.size());
     }
     return at;
 }

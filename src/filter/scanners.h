@@ -39,14 +39,28 @@ enum class TitleKind : std::uint8_t { title, subtitle };
 // "$TITLE" or "$SUBTITLE".
 std::u16string_view placeholderOf(TitleKind kind);
 
-// The first command at or after `from` that sets the text of a box named
-// "TITLETEXT" and still holds the kind's placeholder on its line.
-std::size_t findTitleText(std::u16string_view text, TitleKind kind, std::size_t from,
-                          const KeywordTable& words);
+// Finds the commands that set the text of a box named "TITLETEXT" and still hold
+// a kind's placeholder on their line. The whole search costs no more than a few
+// looks at each unit, however many commands one line holds.
+class TitleTextFinder {
+public:
+    TitleTextFinder(std::u16string_view text, TitleKind kind, const KeywordTable& words)
+        : text_(text), placeholder_(placeholderOf(kind)), words_(words) {}
 
-// Whether such a command continues at `at`, right behind its "drawing".
-bool isTitleTextBehind(std::u16string_view text, TitleKind kind, std::size_t at,
-                       const KeywordTable& words);
+    // The position of the first such command at or after `from`. Calls go on
+    // from left to right.
+    std::size_t next(std::size_t from);
+
+    // Whether such a command continues at `at`, right behind its "drawing".
+    bool continuesAt(std::size_t at);
+
+private:
+    std::u16string_view text_;
+    std::u16string_view placeholder_;
+    const KeywordTable& words_;
+    std::size_t lineEnd_ = 0;           // the line looked at last ends here
+    std::size_t placeholderAt_ = kNone; // its last placeholder
+};
 
 } // namespace tvml
 

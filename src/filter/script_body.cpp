@@ -1,23 +1,27 @@
 // Entries: ScriptBody::append, completeCard, holdsMainImageBase.
 #include "filter/script_body.h"
 
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
 #include "filter/tvml_patterns.h"
 
 namespace tvml {
 namespace {
 
-// Small enough to search and change at a constant cost, large enough that few
-// are needed.
-constexpr std::size_t kSegmentUnits = 8192;
+// Segments begin small and grow to this many units.
+constexpr std::size_t kSmallestSegment = 256;
+constexpr std::size_t kLargestSegment = 16384;
 
 constexpr std::u16string_view kFontName = u"font name";
 constexpr std::u16string_view kSize = u"size";
 
 // The last title-text command of a kind in a text.
 std::size_t findLastTitleText(std::u16string_view text, TitleKind kind, const KeywordTable& words) {
+    TitleTextFinder finder(text, kind, words);
     std::size_t last = kNone;
-    for (std::size_t at = findTitleText(text, kind, 0, words); at != kNone;
-         at = findTitleText(text, kind, at + 7, words)) {
+    for (std::size_t at = finder.next(0); at != kNone; at = finder.next(at + 1)) {
         last = at;
     }
     return last;
@@ -25,27 +29,35 @@ std::size_t findLastTitleText(std::u16string_view text, TitleKind kind, const Ke
 
 } // namespace
 
-void fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
+bool fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
                         std::u16string_view placeholder, std::u16string_view value,
                         const KeywordTable& words) {
     const std::size_t at = text.find(argument, from);
     if (at == kNone) {
-        return;
+        return false;
     }
     PatternMatch match(text, at, words, PatternBlanks::drawing);
     match.then(argument).then(u"=").thenLast(u"'").thenLast(placeholder);
     const std::size_t end = match.position();
-    if (match.thenLast(u"'")) {
-        text.replace(end - placeholder.size(), placeholder.size(), value);
+    if (!match.thenLast(u"'")) {
+        return false;
     }
+    text.replace(end - placeholder.size(), placeholder.size(), value);
+    return true;
 }
 
 void ScriptBody::append(std::u16string_view text) {
     if (text.empty()) {
         return;
     }
-    if (segments_.empty() || segments_.back().size() + text.size() > segments_.back().capacity()) {
-        segments_.emplace_back().reserve(std::max(kSegmentUnits, text.size()));
+    if (report_ != nullptr) {
+        report_->bodyGrew(text);
+    }
+    const bool open = segments_.size() > indexedSegments_;
+    if (!open || segments_.back().size() + text.size() > segments_.back().capacity()) {
+        const std::size_t before = segments_.empty() ? 0 : segments_.back().size();
+        const std::size_t units = std::clamp(2 * before, kSmallestSegment, kLargestSegment);
+        segments_.emplace_back().reserve(std::max(units, text.size()));
     }
     segments_.back() += text;
 }
@@ -64,31 +76,19 @@ bool ScriptBody::holdsMainImageBase() {
     return mainImageBase_;
 }
 
-void ScriptBody::indexSegment(std::size_t number, std::u16string_view text) {
-    if (findTitleText(text, TitleKind::title, 0, words_) != kNone) {
-        waitingTitles_.insert(number);
+void ScriptBody::indexSegment(std::size_t number) {
+    const std::u16string_view text = segments_[number];
+    if (TitleTextFinder(text, TitleKind::title, words_).next(0) != kNone) {
+        waitingTitles_.insert(waitingTitles_.end(), number);
     }
-    if (findTitleText(text, TitleKind::subtitle, 0, words_) != kNone) {
-        waitingSubtitles_.insert(number);
+    if (TitleTextFinder(text, TitleKind::subtitle, words_).next(0) != kNone) {
+        waitingSubtitles_.insert(waitingSubtitles_.end(), number);
     }
     if (text.find(kFontName) != kNone) {
-        fontNames_.insert(number);
+        fontNames_.insert(fontNames_.end(), number);
     }
     if (text.find(kSize) != kNone) {
-        sizes_.insert(number);
-    }
-}
-
-void ScriptBody::indexNewText() {
-    while (indexedSegments_ < segments_.size()) {
-        const std::u16string_view segment = segments_[indexedSegments_];
-        indexSegment(indexedSegments_, segment.substr(indexedUnits_));
-        indexedUnits_ = segment.size();
-        if (indexedSegments_ + 1 == segments_.size()) {
-            return;
-        }
-        ++indexedSegments_;
-        indexedUnits_ = 0;
+        sizes_.insert(sizes_.end(), number);
     }
 }
 
@@ -97,14 +97,51 @@ void ScriptBody::indexAgain(std::size_t number) {
     for (Numbers* holders : {&waitingTitles_, &waitingSubtitles_, &fontNames_, &sizes_}) {
         holders->erase(number);
     }
-    indexSegment(number, segments_[number]);
-    if (number == indexedSegments_) {
-        indexedUnits_ = segments_[number].size();
-    }
+    indexSegment(number);
     mainImageBase_ = mainImageBase_ || segments_[number].find(kMainImageBase) != kNone;
-    if (number == baseSegments_) {
-        baseUnits_ = segments_[number].size();
+}
+
+void ScriptBody::addIndexed(std::u16string_view text) {
+    if (!text.empty()) {
+        segments_.emplace_back(text);
+        indexSegment(segments_.size() - 1);
     }
+}
+
+void ScriptBody::splitAtWaitingLines(const std::u16string& text) {
+    const std::u16string_view whole = text;
+    TitleTextFinder titles(whole, TitleKind::title, words_);
+    TitleTextFinder subtitles(whole, TitleKind::subtitle, words_);
+    std::size_t title = titles.next(0);
+    std::size_t subtitle = subtitles.next(0);
+    std::size_t done = 0;
+    while (title != kNone || subtitle != kNone) {
+        const std::size_t at = std::min(title, subtitle);
+        const std::size_t before = whole.rfind(u'\n', at);
+        const std::size_t start = before == kNone ? 0 : before + 1;
+        const std::size_t end = std::min(whole.find(u'\n', at), whole.size() - 1) + 1;
+        addIndexed(whole.substr(done, start - done));
+        addIndexed(whole.substr(start, end - start));
+        done = end;
+        title = title != kNone && title < end ? titles.next(end) : title;
+        subtitle = subtitle != kNone && subtitle < end ? subtitles.next(end) : subtitle;
+    }
+    addIndexed(whole.substr(done));
+}
+
+void ScriptBody::indexNewText() {
+    // Splitting gives segments new numbers, so the other search comes first.
+    holdsMainImageBase();
+    const auto first = segments_.begin() + static_cast<std::ptrdiff_t>(indexedSegments_);
+    const std::vector<std::u16string> fresh(std::make_move_iterator(first),
+                                            std::make_move_iterator(segments_.end()));
+    segments_.erase(first, segments_.end());
+    for (const std::u16string& text : fresh) {
+        splitAtWaitingLines(text);
+    }
+    indexedSegments_ = segments_.size();
+    baseSegments_ = segments_.size();
+    baseUnits_ = 0;
 }
 
 // Fills an argument behind a place in the text, in whichever segment the
@@ -120,8 +157,9 @@ void ScriptBody::fillArgument(std::size_t segment, std::size_t from, std::u16str
         segment = *next;
         from = 0;
     }
-    fillQuotedArgument(segments_[segment], from, argument, placeholder, value, words_);
-    indexAgain(segment);
+    if (fillQuotedArgument(segments_[segment], from, argument, placeholder, value, words_)) {
+        indexAgain(segment);
+    }
 }
 
 bool ScriptBody::completeCard(const CardText& card) {

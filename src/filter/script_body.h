@@ -17,8 +17,9 @@ inline constexpr std::u16string_view kMainImageBase =
 
 // In `text`, replaces a quoted placeholder of an argument: behind the first
 // `argument` at or after `from` come "=" and the placeholder in apostrophes,
-// else nothing changes. The blanks are those of drawing commands.
-void fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
+// else nothing changes and the result is false. The blanks are those of drawing
+// commands.
+bool fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
                         std::u16string_view placeholder, std::u16string_view value,
                         const KeywordTable& words);
 
@@ -33,12 +34,15 @@ struct CardText {
 };
 
 // The text grows at its end. It is kept in segments of whole lines, so that
-// growing copies nothing and a card in its middle can be completed at the cost
-// of its segment. What such a completion looks for anywhere in the text is
-// indexed when the first one asks, each segment once.
+// growing copies nothing. What completing a card looks for anywhere in the text
+// is indexed when the first card asks, each part of the text once; a line that
+// waits for a card's text then becomes a segment of its own, so that completing
+// it costs no more than its length.
 class ScriptBody {
 public:
-    explicit ScriptBody(const KeywordTable& words) : words_(words) {}
+    // `report`, when given, hears of every text that is appended.
+    explicit ScriptBody(const KeywordTable& words, ConversionReport* report = nullptr)
+        : words_(words), report_(report) {}
 
     // Appends whole lines.
     void append(std::u16string_view text);
@@ -57,18 +61,20 @@ private:
     using Numbers = std::set<std::size_t>; // of segments
 
     void indexNewText();
-    void indexSegment(std::size_t number, std::u16string_view text);
+    void splitAtWaitingLines(const std::u16string& text);
+    void addIndexed(std::u16string_view text);
+    void indexSegment(std::size_t number);
     void indexAgain(std::size_t number);
     void fillArgument(std::size_t segment, std::size_t from, std::u16string_view argument,
                       const Numbers& holders, std::u16string_view placeholder,
                       std::u16string_view value);
 
     const KeywordTable& words_;
+    ConversionReport* report_;
     std::deque<std::u16string> segments_;
 
-    // What the text before (indexedSegments_, indexedUnits_) holds.
+    // Which of the first indexedSegments_ segments hold what.
     std::size_t indexedSegments_ = 0;
-    std::size_t indexedUnits_ = 0; // of the segment behind the indexed ones
     Numbers waitingTitles_;
     Numbers waitingSubtitles_;
     Numbers fontNames_;

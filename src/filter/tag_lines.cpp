@@ -112,8 +112,8 @@ ColouredText readColour(const Run& run, std::u16string_view text) {
 struct CardRow {
     std::int32_t RunState::*ownLine;   // last line of this kind that waits
     std::int32_t RunState::*otherLine; // of the other kind
-    std::u16string_view fontPlaceholder;
-    std::u16string_view sizePlaceholder;
+    Placeholder fontPlaceholder;
+    Placeholder sizePlaceholder;
     std::u16string TitleFonts::*fontJapanese;
     std::u16string TitleFonts::*fontEnglish;
     std::u16string_view doneLine;
@@ -272,7 +272,12 @@ void TagLines::writeTitleText(TitleKind kind, std::u16string_view given) {
     std::u16string text(given);
     replaceDoubleQuotes(text);
     const std::int32_t other = state.*row.otherLine;
-    if (other == 0 || state.*row.ownLine != 0 || other + 1 != state.lineNumber) {
+    const bool starts = other == 0 || state.*row.ownLine != 0 || other + 1 != state.lineNumber;
+    if (run_.report != nullptr) {
+        run_.report->titleCard(
+            markerName(kind == TitleKind::title ? Marker::title : Marker::subtitle), !starts);
+    }
+    if (starts) {
         startCard(kind, text);
         state.*row.ownLine = state.lineNumber;
         state.*row.otherLine = 0;
@@ -300,7 +305,7 @@ void TagLines::startCard(TitleKind kind, std::u16string_view text) {
     }};
     scratch_.clear();
     variant->text.fill(fillings, scratch_);
-    const std::size_t command = findTitleText(scratch_, kind, 0, run_.words);
+    const std::size_t command = TitleTextFinder(scratch_, kind, run_.words).next(0);
     if (command != kNone) {
         fillQuotedArgument(scratch_, command, u"size", row.sizePlaceholder, cardSize(kind, text),
                            run_.words);

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "vocabulary/unit_search.h"
+
 namespace tvml {
 namespace {
 
@@ -52,27 +54,9 @@ void dropLastSkipLine(std::u16string& setting, const KeywordTable& words) {
     }
 }
 
-// Whether any "$" stands in `text`. Looks at blocks without leaving them early,
-// which the compiler turns into vector code: this sees every unit of a script.
-bool holdsMark(std::u16string_view text) {
-    constexpr std::size_t kBlock = 64;
-    const auto isMark = [](char16_t unit) { return unit == u'$'; };
-    while (text.size() >= kBlock) {
-        unsigned found = 0;
-        for (std::size_t i = 0; i < kBlock; ++i) {
-            found |= isMark(text[i]) ? 1u : 0u;
-        }
-        if (found != 0) {
-            return true;
-        }
-        text.remove_prefix(kBlock);
-    }
-    return std::any_of(text.begin(), text.end(), isMark);
-}
-
 bool mayHoldUnfilledTitles(const std::deque<std::u16string>& pieces) {
     return std::any_of(pieces.begin(), pieces.end(), [](const std::u16string& piece) {
-        return holdsMark(piece) &&
+        return findUnit(piece, u'$') != kNone &&
                (piece.find(u"$TITLE") != kNone || piece.find(u"$SUBTITLE") != kNone);
     });
 }
@@ -82,14 +66,14 @@ bool mayHoldUnfilledTitles(const std::deque<std::u16string>& pieces) {
 class Remover {
 public:
     Remover(std::u16string_view text, TitleKind kind, const KeywordTable& words)
-        : text_(text), kind_(kind), words_(words) {
+        : text_(text), finder_(text, kind, words) {
         kept_.reserve(text.size());
     }
 
     std::u16string run() {
         std::size_t from = 0;
         for (;;) {
-            const std::size_t at = findTitleText(text_, kind_, from, words_);
+            const std::size_t at = finder_.next(from);
             kept_.append(text_, next_, std::min(at, text_.size()) - next_);
             if (at == kNone) {
                 return std::move(kept_);
@@ -116,14 +100,12 @@ private:
         return !kept_.empty() && kept_.back() == kDrawing.front() &&
                text_.substr(next_).starts_with(kDrawing.substr(1));
     }
-    bool joinsToCommand() const {
-        return joinsToDrawing() &&
-               isTitleTextBehind(text_, kind_, next_ + kDrawing.size() - 1, words_);
+    bool joinsToCommand() {
+        return joinsToDrawing() && finder_.continuesAt(next_ + kDrawing.size() - 1);
     }
 
     std::u16string_view text_;
-    const TitleKind kind_;
-    const KeywordTable& words_;
+    TitleTextFinder finder_;
     std::u16string kept_;
     std::size_t next_ = 0; // first unit that is neither kept nor removed yet
 };

@@ -64,7 +64,7 @@ std::u16string_view argumentValue(Argument argument, const AdverbValues& adverbs
     }
 }
 
-constexpr std::array<std::u16string_view, 5> kPlaceholders{u"$1", u"$2", u"$3", u"$4", u"$5"};
+constexpr std::array<Placeholder, 5> kPlaceholders{u"$1", u"$2", u"$3", u"$4", u"$5"};
 
 // ---- conditions
 

@@ -209,7 +209,7 @@ bool setVoiceType(CharacterCall& call) {
     const std::u16string_view given =
         separator == kNone ? *text : trimScriptText(text->substr(0, separator), call.run.words);
     std::u16string voice(given);
-    recognizeCommand(voice, call.run.words, call.run.staging.poseNames);
+    recognizeCommand(voice, call.run.words, call.run.staging.poseNames, *call.run.commands);
     if (!isVoiceType(voice)) {
         call.run.tell(ScriptProblem::voiceUnknown, given);
         return false;
@@ -242,6 +242,7 @@ bool setModel(CharacterCall& call) {
         return false;
     }
     staging.currentModel.insert_or_assign(call.name, std::u16string(*name));
+    call.run.models[Run::slot(call.name)] = model;
     call.out.append(u"// set the model of character ").append(letterText(call.name));
     call.out.append(u" to \"").append(*name).append(u".\"\n");
     call.run.talkSpeed[Run::slot(call.name)] = model->speed;

@@ -11,7 +11,8 @@ std::u16string commandPhrase(const Run& run, std::u16string_view line) {
     line.remove_suffix(line.empty() ? 0 : 1);
     line = trimScriptText(line, run.words);
     std::u16string phrase(line);
-    const Recognition recognition = recognizeCommand(phrase, run.words, run.staging.poseNames);
+    const Recognition recognition =
+        recognizeCommand(phrase, run.words, run.staging.poseNames, *run.commands);
     if (run.report != nullptr) {
         run.report->rewritten(line, phrase);
         run.report->recognized(recognition);

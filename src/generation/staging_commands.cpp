@@ -150,6 +150,8 @@ bool waitSeconds(const Call& call) {
         }
         number = std::move(count->number);
         tail = count->rest;
+    } else {
+        call.run.tell(ScriptProblem::numberInvalid, rest.substr(0, 1), u"second");
     }
     if (!readTail(call.run, tail).has_value()) {
         return false;
@@ -318,6 +320,7 @@ bool twoshotOf(const Call& call) {
     char16_t first = programmeLetter(call.run, rest.substr(0, 1));
     char16_t second = programmeLetter(call.run, rest.substr(1, 1));
     if (first == second) {
+        call.run.tell(ScriptProblem::letterReplaced, rest.substr(0, 2), u"AB");
         first = u'A';
         second = u'B';
     }

@@ -6,6 +6,7 @@
 #include "reading/brackets.h"
 #include "reading/script_text.h"
 #include "reading/talk_splitter.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
@@ -155,7 +156,7 @@ void sayLine(Run& run, std::u16string_view line, TalkLine& talk) {
 } // namespace
 
 std::optional<TalkTemplate> selectTalkTemplate(Run& run, char16_t letter) {
-    const CharacterModel* model = run.staging.currentModelOf(letter);
+    const CharacterModel* model = run.models[Run::slot(letter)];
     if (model == nullptr) {
         run.tell(ScriptProblem::modelMissing, {}, letterText(letter));
         return std::nullopt;
@@ -177,7 +178,7 @@ void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view lin
     }
     run.state.talkStarted = true;
     std::u16string quoted;
-    if (line.find(u'"') != kNone) {
+    if (findUnit(line, u'"') != kNone) {
         quoted = line;
         replaceDoubleQuotes(quoted);
         if (run.report != nullptr) {

@@ -53,8 +53,10 @@ struct RowMatch {
     std::size_t position = 0;
 };
 
-RowMatch findRow(std::u16string_view head, const KeywordTable& words) {
-    for (const CommandRow& row : kCommandRows) {
+RowMatch findRow(std::u16string_view head, const KeywordTable& words, const CommandIndex& index) {
+    const CommandIndex::Rows rows = index.candidates(head);
+    for (std::size_t i = rows._Find_first(); i < rows.size(); i = rows._Find_next(i)) {
+        const CommandRow& row = kCommandRows[i];
         for (const RowWord& word : row.words) {
             const std::size_t position = matchWord(row.match, words[word.key], head);
             if (position != kNone) {
@@ -112,6 +114,28 @@ char16_t digitOf(std::u16string_view unit, const KeywordTable& words) {
 }
 
 } // namespace
+
+CommandIndex::CommandIndex(const KeywordTable& words) {
+    for (std::size_t i = 0; i < kCommandRows.size(); ++i) {
+        const CommandRow& row = kCommandRows[i];
+        for (const RowWord& rowWord : row.words) {
+            const Word& word = words[rowWord.key];
+            if (word.loaded() && (row.match == Match::number || !word.hasUnits())) {
+                anyHead_.set(i);
+            } else if (word.hasUnits()) {
+                byUnitAt_[lettersOf(row.match)][bucketOf(word.textOrEmpty().front())].set(i);
+            }
+        }
+    }
+}
+
+CommandIndex::Rows CommandIndex::candidates(std::u16string_view head) const {
+    Rows rows = anyHead_;
+    for (std::size_t place = 0; place < std::min(byUnitAt_.size(), head.size()); ++place) {
+        rows |= byUnitAt_[place][bucketOf(head[place])];
+    }
+    return rows;
+}
 
 std::u16string parseNumber(std::u16string_view text, const KeywordTable& words) {
     std::u16string number;
@@ -207,12 +231,12 @@ bool parseAdverbs(std::u16string_view list, const KeywordTable& words, AdverbVal
 }
 
 Recognition recognizeCommand(std::u16string& phrase, const KeywordTable& words,
-                             const TextMap& poseNames) {
+                             const TextMap& poseNames, const CommandIndex& index) {
     const std::u16string_view whole = phrase;
     const std::size_t separator = findSeparator(whole, words);
     const std::u16string_view head =
         separator == kNone ? whole : trimScriptText(whole.substr(0, separator), words);
-    const RowMatch match = findRow(head, words);
+    const RowMatch match = findRow(head, words, index);
     if (match.row != nullptr) {
         return applyRow(phrase, head, match, words);
     }

@@ -3,6 +3,8 @@
 #ifndef TVML_READING_COMMAND_RECOGNITION_H
 #define TVML_READING_COMMAND_RECOGNITION_H
 
+#include <array>
+#include <bitset>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -27,10 +29,29 @@ struct Recognition {
     const RowWord* word = nullptr;
 };
 
+// The rows that a head can match, by the units that it begins with. The table of
+// rows stays the one truth: this only leaves out rows that cannot match. Made
+// anew when the words change.
+class CommandIndex {
+public:
+    using Rows = std::bitset<kCommandRows.size()>;
+
+    explicit CommandIndex(const KeywordTable& words);
+
+    Rows candidates(std::u16string_view head) const;
+
+private:
+    static std::size_t bucketOf(char16_t unit) { return (unit ^ (unit >> 6)) & 0x3Fu; }
+    using Buckets = std::array<Rows, 64>;
+
+    std::array<Buckets, 3> byUnitAt_{}; // of words that stand at position 0, 1 or 2
+    Rows anyHead_;                      // rows that must look at every head
+};
+
 // Rewrites the command word at the start of `phrase`, which has no leading
 // blanks, into its canonical name. `poseNames`: Japanese -> English names.
 Recognition recognizeCommand(std::u16string& phrase, const KeywordTable& words,
-                             const TextMap& poseNames);
+                             const TextMap& poseNames, const CommandIndex& index);
 
 // Reads a list of adverbs. False when the list is empty (`values` stays as it
 // was) or when an item is no adverb (`values` holds what came before it;

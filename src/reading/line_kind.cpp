@@ -1,6 +1,7 @@
 // Line kinds and marker words. Entries: classifyLine, markerUnits.
 #include "reading/line_kind.h"
 
+#include <bit>
 #include <optional>
 #include <span>
 
@@ -72,6 +73,28 @@ std::u16string_view markerName(Marker marker) {
     return kMarkers[static_cast<std::size_t>(marker)].spellings[0]->english;
 }
 
+MarkerIndex::MarkerIndex(const KeywordTable& words) {
+    for (std::size_t i = 0; i < kMarkerCount; ++i) {
+        const auto bit = static_cast<Markers>(1u << i);
+        for (const auto& spelling : kMarkers[i].spellings) {
+            if (!spelling.has_value()) {
+                continue;
+            }
+            const Word& word = words[spelling->word];
+            const std::u16string_view text =
+                spelling->english.empty() ? word.textOrEmpty() : spelling->english;
+            if (!text.empty()) {
+                byFirstUnit_[bucketOf(text.front())] |= bit;
+            } else if (word.loaded()) {
+                anyLine_ |= bit;
+            }
+        }
+    }
+    for (Markers& markers : byFirstUnit_) {
+        markers |= anyLine_;
+    }
+}
+
 std::size_t markerUnits(Marker marker, std::u16string_view line, const KeywordTable& words) {
     for (const auto& spelling : kMarkers[static_cast<std::size_t>(marker)].spellings) {
         if (spelling.has_value() && startsWith(line, *spelling, words)) {
@@ -81,8 +104,9 @@ std::size_t markerUnits(Marker marker, std::u16string_view line, const KeywordTa
     return kNone;
 }
 
-LineKind classifyTrimmedLine(std::u16string_view line, const DeclaredTags& tags,
-                             const KeywordTable& words) {
+LineKind classifyLine(std::u16string_view& line, const DeclaredTags& tags,
+                      const KeywordTable& words, const MarkerIndex& markers) {
+    line = trimScriptText(line, words);
     if (line.empty()) {
         return LineKind::empty;
     }
@@ -90,20 +114,15 @@ LineKind classifyTrimmedLine(std::u16string_view line, const DeclaredTags& tags,
         return LineKind::tag;
     }
     // The first marker that starts the line decides, with or without a colon.
-    for (std::size_t i = 0; i < kMarkerCount; ++i) {
-        const std::size_t units = markerUnits(static_cast<Marker>(i), line, words);
+    for (unsigned left = markers.candidates(line); left != 0; left &= left - 1) {
+        const auto marker = static_cast<Marker>(std::countr_zero(left));
+        const std::size_t units = markerUnits(marker, line, words);
         if (units != kNone) {
             return colonFollows(line, units, words) ? LineKind::tag : LineKind::other;
         }
     }
     const bool namesCharacter = words.isLetter(line.front()) && colonFollows(line, 1, words);
     return namesCharacter ? LineKind::character : LineKind::other;
-}
-
-LineKind classifyLine(std::u16string_view& line, const DeclaredTags& tags,
-                      const KeywordTable& words) {
-    line = trimScriptText(line, words);
-    return classifyTrimmedLine(line, tags, words);
 }
 
 } // namespace tvml

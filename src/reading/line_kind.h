@@ -35,6 +35,25 @@ enum class Marker : std::uint8_t {
 };
 inline constexpr std::size_t kMarkerCount = 12;
 
+// The markers that a line can start with, by its first unit: most lines start
+// with none and are spared the comparisons. Made anew when the words change.
+class MarkerIndex {
+public:
+    using Markers = std::uint16_t; // one bit a Marker
+
+    explicit MarkerIndex(const KeywordTable& words);
+
+    Markers candidates(std::u16string_view line) const {
+        return line.empty() ? anyLine_ : byFirstUnit_[bucketOf(line.front())];
+    }
+
+private:
+    static std::size_t bucketOf(char16_t unit) { return (unit ^ (unit >> 8)) & 0xFFu; }
+
+    std::array<Markers, 256> byFirstUnit_{};
+    Markers anyLine_ = 0; // markers with an empty spelling
+};
+
 // Units that `line` loses when it starts with one of the marker's spellings, or
 // kNone when it starts with none. The count is the spelling's fixed one,
 // whatever the length of a vocabulary word.
@@ -81,13 +100,9 @@ bool visitNamesStarting(const TextMap& names, std::u16string_view text, Visit vi
     return false;
 }
 
-// The kind of `line`, which must be trimmed.
-LineKind classifyTrimmedLine(std::u16string_view line, const DeclaredTags& tags,
-                             const KeywordTable& words);
-
-// Trims `line` in place and tells its kind.
+// Trims `line` in place and tells its kind. `markers` must be of these words.
 LineKind classifyLine(std::u16string_view& line, const DeclaredTags& tags,
-                      const KeywordTable& words);
+                      const KeywordTable& words, const MarkerIndex& markers);
 
 } // namespace tvml
 

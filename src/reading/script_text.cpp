@@ -1,6 +1,10 @@
 // The text services of the script's readers. Entries: the functions of the header.
 #include "reading/script_text.h"
 
+#include <array>
+
+#include "vocabulary/unit_search.h"
+
 namespace tvml {
 
 std::u16string_view trimScriptText(std::u16string_view text, const KeywordTable& words) {
@@ -47,8 +51,7 @@ void replaceDoubleQuotes(std::u16string& text) {
 }
 
 bool isAsciiText(std::u16string_view text) {
-    return !text.empty() &&
-           std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
+    return !text.empty() && allAscii(text);
 }
 
 bool startsWithColon(std::u16string_view text, const KeywordTable& words) {
@@ -60,13 +63,21 @@ bool endsWithClosingBracket(std::u16string_view text, const KeywordTable& words)
 }
 
 std::size_t findSeparator(std::u16string_view text, const KeywordTable& words) {
-    std::size_t position = text.find(u',');
-    for (const Key key : {Key(u"kanma"), Key(u"touten1"), Key(u"touten2")}) {
-        // Nothing beyond the earliest separator so far can come before it.
-        const std::size_t reach = position == kNone ? kNone : position + words[key].size();
-        position = earliestPosition(position, words[key].findIn(text.substr(0, reach)));
+    const std::array<const Word*, 3> separators{&words[u"kanma"], &words[u"touten1"],
+                                                &words[u"touten2"]};
+    for (const Word* word : separators) {
+        if (word->starts({})) {
+            return 0; // an empty word occurs at the start of everything
+        }
     }
-    return position;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::u16string_view rest = text.substr(at);
+        if (rest.front() == u',' || separators[0]->starts(rest) || separators[1]->starts(rest) ||
+            separators[2]->starts(rest)) {
+            return at;
+        }
+    }
+    return kNone;
 }
 
 bool startsWithSeparator(std::u16string_view text, const KeywordTable& words) {

@@ -7,6 +7,7 @@
 #include "reading/talk_splitter.h"
 
 #include "reading/script_text.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
@@ -65,7 +66,8 @@ public:
 private:
     // The mark counts before a blank, and before a quote and a blank.
     static EndMark find(std::u16string_view text, std::size_t from, char16_t mark) {
-        for (std::size_t i = text.find(mark, from); i != kNone; i = text.find(mark, i + 1)) {
+        for (std::size_t i = findUnit(text, mark, from); i != kNone;
+             i = findUnit(text, mark, i + 1)) {
             const std::u16string_view next = text.substr(i + 1, 2);
             if (next.starts_with(u' ')) {
                 return {i, i + 1};

@@ -7,52 +7,44 @@
 #include "staging/template.h"
 
 #include <algorithm>
+#include <cstring>
 #include <stdexcept>
+#include <utility>
+
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
 
 constexpr char16_t kMark = u'$';
+constexpr std::uint32_t kNoFilling = 0xFFFFFFFFu;
+
+// Values are a few units long, which a plain loop reads fastest.
+bool holdsMark(std::u16string_view value) {
+    bool found = false;
+    for (const char16_t unit : value) {
+        found = found || unit == kMark;
+    }
+    return found;
+}
 
 bool valuesHoldNoMark(std::span<const Filling> fillings) {
     // The value that goes in last is never searched.
     const auto searched = fillings.first(fillings.empty() ? 0 : fillings.size() - 1);
     return std::none_of(searched.begin(), searched.end(), [](const Filling& filling) {
-        return filling.firstOnly || filling.value.find(kMark) != std::u16string_view::npos;
+        return filling.firstOnly || holdsMark(filling.value);
     });
 }
 
 // The first placeholder, in the order of filling, that stands at the start of
 // `text`.
-const Filling* placeholderAt(std::u16string_view text, std::span<const Filling> fillings) {
-    for (const Filling& filling : fillings) {
-        if (text.starts_with(filling.placeholder)) {
-            return &filling;
+std::uint32_t placeholderAt(std::u16string_view text, std::span<const Filling> fillings) {
+    for (std::uint32_t i = 0; i < fillings.size(); ++i) {
+        if (text.starts_with(std::u16string_view(fillings[i].placeholder))) {
+            return i;
         }
     }
-    return nullptr;
-}
-
-bool fillInOnePass(std::u16string_view text, std::span<const std::uint32_t> marks,
-                   std::span<const Filling> fillings, std::u16string& out) {
-    const std::size_t start = out.size();
-    std::size_t copied = 0;
-    bool firstDone = false;
-    for (const std::uint32_t mark : marks) {
-        const Filling* filling = placeholderAt(text.substr(mark), fillings);
-        if (filling == nullptr) {
-            out.resize(start);
-            return false;
-        }
-        if (filling->firstOnly && firstDone) {
-            continue;
-        }
-        firstDone = firstDone || filling->firstOnly;
-        out.append(text, copied, mark - copied).append(filling->value);
-        copied = mark + filling->placeholder.size();
-    }
-    out.append(text, copied);
-    return true;
+    return kNoFilling;
 }
 
 std::size_t countOf(std::u16string_view text, std::u16string_view pattern) {
@@ -65,9 +57,10 @@ std::size_t countOf(std::u16string_view text, std::u16string_view pattern) {
 }
 
 void replaceOne(std::u16string& text, const Filling& filling) {
-    const std::size_t count = filling.firstOnly
-                                  ? std::min<std::size_t>(1, countOf(text, filling.placeholder))
-                                  : countOf(text, filling.placeholder);
+    const std::u16string_view placeholder = filling.placeholder;
+    const std::size_t occurrences = countOf(text, placeholder);
+    const std::size_t count =
+        filling.firstOnly ? std::min<std::size_t>(1, occurrences) : occurrences;
     if (count == 0) {
         return;
     }
@@ -76,32 +69,90 @@ void replaceOne(std::u16string& text, const Filling& filling) {
         throw std::length_error("a filled template is too long");
     }
     std::u16string result;
-    result.reserve(text.size() - count * filling.placeholder.size() + count * filling.value.size());
+    result.reserve(text.size() - count * placeholder.size() + count * filling.value.size());
     std::size_t copied = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t found = text.find(filling.placeholder, copied);
+        const std::size_t found = text.find(placeholder, copied);
         result.append(text, copied, found - copied).append(filling.value);
-        copied = found + filling.placeholder.size();
+        copied = found + placeholder.size();
     }
     result.append(text, copied);
     text = std::move(result);
 }
 
+// Values are a few units long, so a loop beats a call.
+char16_t* copyValue(std::u16string_view value, char16_t* to) {
+    for (const char16_t unit : value) {
+        *to++ = unit;
+    }
+    return to;
+}
+
 } // namespace
 
-const std::vector<std::uint32_t>& Template::marks() const {
-    if (!marked_) {
-        for (std::size_t found = text_.find(kMark); found != std::u16string::npos;
-             found = text_.find(kMark, found + 1)) {
-            marks_.push_back(static_cast<std::uint32_t>(found));
-        }
-        marked_ = true;
+bool Template::isCompiledFor(std::span<const Filling> fillings) const {
+    return !pieces_.empty() &&
+           std::equal(compiledFor_.begin(), compiledFor_.end(), fillings.begin(), fillings.end(),
+                      [](const CompiledFilling& compiled, const Filling& filling) {
+                          return compiled.placeholder == filling.placeholder.address() &&
+                                 compiled.firstOnly == filling.firstOnly;
+                      });
+}
+
+void Template::compile(std::span<const Filling> fillings) const {
+    pieces_.clear();
+    compiledFor_.clear();
+    inOnePass_ = true;
+    for (const Filling& filling : fillings) {
+        compiledFor_.push_back({filling.placeholder.address(), filling.firstOnly});
     }
-    return marks_;
+    std::uint32_t copied = 0;
+    bool firstDone = false;
+    for (std::size_t mark = findUnit(text_, kMark); mark != std::u16string::npos;
+         mark = findUnit(text_, kMark, mark + 1)) {
+        const std::uint32_t filling =
+            placeholderAt(std::u16string_view(text_).substr(mark), fillings);
+        if (filling == kNoFilling) {
+            inOnePass_ = false;
+            break;
+        }
+        if (fillings[filling].firstOnly && std::exchange(firstDone, true)) {
+            continue; // a further one stays as it is
+        }
+        pieces_.push_back({copied, static_cast<std::uint32_t>(mark), filling});
+        copied = static_cast<std::uint32_t>(mark + fillings[filling].placeholder.size());
+    }
+    pieces_.push_back({copied, static_cast<std::uint32_t>(text_.size()), kNoFilling});
+}
+
+void Template::fillPieces(std::span<const Filling> fillings, std::u16string& out) const {
+    std::size_t size = out.size();
+    for (const Piece& piece : pieces_) {
+        size += piece.literalEnd - piece.literalStart;
+        size += piece.filling != kNoFilling ? fillings[piece.filling].value.size() : 0;
+    }
+    if (size > kFilledLimit + out.size()) {
+        throw std::length_error("a filled template is too long");
+    }
+    const std::size_t start = out.size();
+    out.resize(size);
+    char16_t* to = out.data() + start;
+    for (const Piece& piece : pieces_) {
+        const std::size_t literal = piece.literalEnd - piece.literalStart;
+        std::memcpy(to, text_.data() + piece.literalStart, literal * sizeof(char16_t));
+        to += literal;
+        if (piece.filling != kNoFilling) {
+            to = copyValue(fillings[piece.filling].value, to);
+        }
+    }
 }
 
 void Template::fill(std::span<const Filling> fillings, std::u16string& out) const {
-    if (valuesHoldNoMark(fillings) && fillInOnePass(text_, marks(), fillings, out)) {
+    if (!isCompiledFor(fillings)) {
+        compile(fillings);
+    }
+    if (inOnePass_ && valuesHoldNoMark(fillings)) {
+        fillPieces(fillings, out);
         return;
     }
     std::u16string text = text_;

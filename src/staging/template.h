@@ -10,9 +10,26 @@
 
 namespace tvml {
 
-// A placeholder ("$1" to "$10", "$TITLE") and the value that takes its place.
+// The name of a placeholder ("$1" to "$10", "$TITLE"). Only literals make one, so
+// that two with the same address are the same.
+class Placeholder {
+public:
+    template <std::size_t N>
+    consteval Placeholder(const char16_t (&name)[N]) // NOLINT: it reads as its name
+        : name_(name, N - 1) {}
+    constexpr Placeholder() = default;
+
+    constexpr operator std::u16string_view() const { return name_; } // NOLINT
+    constexpr std::size_t size() const { return name_.size(); }
+    constexpr const char16_t* address() const { return name_.data(); }
+
+private:
+    std::u16string_view name_;
+};
+
+// A placeholder and the value that takes its place.
 struct Filling {
-    std::u16string_view placeholder;
+    Placeholder placeholder;
     std::u16string_view value;
     bool firstOnly = false; // replaces only the first occurrence
 };
@@ -32,11 +49,31 @@ public:
     void fill(std::span<const Filling> fillings, std::u16string& out) const;
 
 private:
-    const std::vector<std::uint32_t>& marks() const;
+    // The template cut at its placeholders: text_[literalStart, literalEnd), then
+    // the value of a filling. The last piece has no filling.
+    struct Piece {
+        std::uint32_t literalStart;
+        std::uint32_t literalEnd;
+        std::uint32_t filling;
+    };
+
+    // What of a filling the pieces depend on.
+    struct CompiledFilling {
+        const char16_t* placeholder;
+        bool firstOnly;
+    };
+
+    bool isCompiledFor(std::span<const Filling> fillings) const;
+    void compile(std::span<const Filling> fillings) const;
+    void fillPieces(std::span<const Filling> fillings, std::u16string& out) const;
 
     std::u16string text_;
-    mutable std::vector<std::uint32_t> marks_; // positions of "$", found at the first filling
-    mutable bool marked_ = false;
+
+    // The pieces for the fillings that were asked for last; an element's
+    // templates are always filled by the same ones.
+    mutable std::vector<Piece> pieces_;
+    mutable std::vector<CompiledFilling> compiledFor_;
+    mutable bool inOnePass_ = false; // every "$" begins one of them
 };
 
 // No filled template is longer, whatever a description's values do to each

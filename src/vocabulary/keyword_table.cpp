@@ -82,17 +82,31 @@ bool KeywordTable::loadFrom(const platform::IniFile& file) {
             changed = true;
         }
     }
-    if (changed || !lettersIndexed_) {
-        ++version_;
-        indexLetters();
+    if (changed || !indexed_) {
+        indexWords();
     }
     return problem_ == LoadProblem::none;
 }
 
 void KeywordTable::set(Key key, std::u16string_view text) {
     words_[key.index()].load(text);
+    indexWords();
+}
+
+void KeywordTable::indexWords() {
     ++version_;
+    indexBlanks();
     indexLetters();
+    indexed_ = true;
+}
+
+void KeywordTable::indexBlanks() {
+    asciiBlanks_ = blanksWithoutWords();
+    for (const char16_t unit : (*this)[u"space"].textOrEmpty()) {
+        if (unit < asciiBlanks_.size()) {
+            asciiBlanks_[unit] = true;
+        }
+    }
 }
 
 // Letters are looked up once a line, their 104 forms compared once a load. A
@@ -122,7 +136,6 @@ void KeywordTable::indexLetters() {
     }
     std::stable_sort(otherLetters_.begin(), otherLetters_.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
-    lettersIndexed_ = true;
 }
 
 char16_t KeywordTable::letterOf(char16_t unit) const {

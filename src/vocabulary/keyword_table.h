@@ -43,7 +43,7 @@ public:
 
     // Script blanks: the ASCII blank, the tab, the characters of `space`.
     bool isBlank(char16_t unit) const {
-        return unit == u' ' || unit == u'\t' || (*this)[u"space"].holds(unit);
+        return unit < asciiBlanks_.size() ? asciiBlanks_[unit] : (*this)[u"space"].holds(unit);
     }
 
     // The letter "A" to "Z" that `unit` is a form of, or 0.
@@ -54,15 +54,24 @@ public:
     bool isLetter(char16_t unit) const;
 
 private:
+    static constexpr std::array<bool, 128> blanksWithoutWords() {
+        std::array<bool, 128> blanks{};
+        blanks[u' '] = true;
+        blanks[u'\t'] = true;
+        return blanks;
+    }
+    void indexWords();
+    void indexBlanks();
     void indexLetters();
 
     std::array<Word, kKeyCount> words_;
+    std::array<bool, 128> asciiBlanks_ = blanksWithoutWords();
     std::array<char16_t, 128> asciiLetters_{};
     std::vector<std::pair<char16_t, char16_t>> otherLetters_; // sorted: form, letter
     LoadProblem problem_ = LoadProblem::missing;
     std::size_t problemKey_ = 0;
     std::uint64_t version_ = 0;
-    bool lettersIndexed_ = false;
+    bool indexed_ = false;
 };
 
 // The ini file `name` in the folder of the host program. Never null; empty when

@@ -33,7 +33,12 @@ public:
     bool equals(std::u16string_view text) const { return loaded_ && text == text_; }
 
     // `text` starts with the word.
-    bool starts(std::u16string_view text) const { return loaded_ && text.starts_with(text_); }
+    bool starts(std::u16string_view text) const {
+        // Nearly every word fails at its first unit.
+        return text_.empty()
+                   ? loaded_
+                   : !text.empty() && text.front() == text_.front() && text.starts_with(text_);
+    }
 
     // Position of the first occurrence at or after `from`, or kNone.
     std::size_t findIn(std::u16string_view text, std::size_t from = 0) const {

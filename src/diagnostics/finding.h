@@ -1,0 +1,26 @@
+// Making diagnostics: shared by all checks of this folder.
+#ifndef TVML_DIAGNOSTICS_FINDING_H
+#define TVML_DIAGNOSTICS_FINDING_H
+
+#include <initializer_list>
+
+#include "diagnostics/diagnostics.h"
+
+namespace tvml {
+
+// A part of one line. `start` counts from 0.
+struct TextRange {
+    std::int32_t line = 0; // 0 for the whole text
+    std::size_t start = 0;
+    std::size_t units = 0;
+};
+
+// A diagnostic whose message has `values` for %1, %2 and so on.
+Diagnostic makeDiagnostic(Code code, SourceKind source, TextRange range,
+                          std::initializer_list<std::u16string_view> values = {});
+
+void sortByPlace(std::vector<Diagnostic>& diagnostics);
+
+} // namespace tvml
+
+#endif

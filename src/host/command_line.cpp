@@ -1,0 +1,213 @@
+// Reading the command line. Entry: runCommandLine.
+//
+// A new subcommand is a row of kCommands and a function; a new option is a
+// member of Options and a row of kOptions.
+#include "host/command_line.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <sstream>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
+
+#include "host/convert_command.h"
+#include "host/host_error.h"
+#include "platform/host_services.h"
+
+namespace tvml::host {
+namespace {
+
+using CommandSet = std::uint32_t;
+constexpr CommandSet kConvert = 1U << 0;
+
+struct CommandRow {
+    CommandSet bit;
+    const char* name;
+    const char* help;
+    const char* footer; // what the help of the options leaves to be said
+    CommandFunction run;
+};
+
+struct OptionRow {
+    CommandSet commands; // that have the option
+    const char* names;   // without dashes: an argument in its place
+    const char* value;   // as help calls it
+    CLI::Option* (*add)(CLI::App&, const OptionRow&, Options&);
+    const char* help;
+};
+
+template <typename Encoding> struct EncodingRow {
+    std::string_view name;
+    Encoding encoding;
+};
+constexpr std::array<EncodingRow<InputEncoding>, 5> kInputEncodings{{
+    {"auto", InputEncoding::detect},
+    {"utf-8", InputEncoding::utf8},
+    {"utf-16le", InputEncoding::utf16le},
+    {"utf-16be", InputEncoding::utf16be},
+    {"cp932", InputEncoding::cp932},
+}};
+constexpr std::array<EncodingRow<OutputEncoding>, 2> kOutputEncodings{{
+    {"utf-8", OutputEncoding::utf8},
+    {"utf-16le", OutputEncoding::utf16le},
+}};
+
+template <const auto& Rows> auto encodingOf(const std::string& name) {
+    const std::string lower = CLI::detail::to_lower(name);
+    std::string known;
+    for (const auto& row : Rows) {
+        if (row.name == lower) {
+            return row.encoding;
+        }
+        known.append(known.empty() ? "" : ", ").append(row.name);
+    }
+    throw CLI::ValidationError("the encoding " + name + " is none of " + known);
+}
+
+// How a row's value is read into its member of Options.
+template <auto Member> CLI::Option* text(CLI::App& app, const OptionRow& row, Options& options) {
+    return app.add_option(row.names, options.*Member, row.help);
+}
+template <auto Member> CLI::Option* line(CLI::App& app, const OptionRow& row, Options& options) {
+    CLI::Range range(1, std::numeric_limits<std::int32_t>::max());
+    return app.add_option(row.names, options.*Member, row.help)->check(range.description(""));
+}
+template <auto Member, const auto& Rows>
+CLI::Option* encoding(CLI::App& app, const OptionRow& row, Options& options) {
+    return app.add_option_function<std::string>(
+        row.names,
+        [&options](const std::string& name) { options.*Member = encodingOf<Rows>(name); },
+        row.help);
+}
+CLI::Option* scriptArgument(CLI::App& app, const OptionRow& row, Options& options) {
+    return text<&Options::script>(app, row, options)->required();
+}
+
+// clang-format off
+constexpr std::array<OptionRow, 9> kOptions{{
+    {kConvert, "SCRIPT", "", scriptArgument, "The programme script"},
+    {kConvert, "-d,--description", "FILE", text<&Options::description>,
+     "The filter description, XML"},
+    {kConvert, "-o,--output", "FILE", text<&Options::output>,
+     "The TVML script; without it, standard output"},
+    {kConvert, "--from", "LINE", line<&Options::playFrom>,
+     "Play from this line of the script on"},
+    {kConvert, "--to", "LINE", line<&Options::playTo>,
+     "End the play after this line of the script"},
+    {kConvert, "--encoding", "NAME", encoding<&Options::encoding, kInputEncodings>,
+     "Encoding of script and description"},
+    {kConvert, "--description-encoding", "NAME",
+     encoding<&Options::descriptionEncoding, kInputEncodings>,
+     "Encoding of the description alone"},
+    {kConvert, "--output-encoding", "NAME", encoding<&Options::outputEncoding, kOutputEncodings>,
+     "Encoding of the TVML script"},
+    {kConvert, "--library", "FILE", text<&Options::library>,
+     "Have this library file convert, as any host does"},
+}};
+// clang-format on
+
+constexpr const char* kConvertFooter =
+    R"(The file name - is standard input or output.
+
+Without -d the description is the "default.xml" in the program's folder; it
+has two characters, A and B. "keyword.ini" and "Mirvol.ini", the script's
+vocabulary and the talk speeds, are read from the same folder.
+
+Input encodings: auto, utf-8, utf-16le, utf-16be, cp932. auto, the default,
+goes by a byte order mark, else takes UTF-8, and CP932 when the bytes are not
+UTF-8. Lines may end with LF or CR LF. An XML declaration that opens the
+description is passed over: the filter writes its own.
+
+Output encodings: utf-8, the default, without a byte order mark; utf-16le with
+one. Lines end with LF. A file that exists is replaced when the new one is
+complete, and is left alone when anything fails.
+
+Problems of the script and the description are shown on standard error as
+FILE:LINE:COLUMN: warning: ... and never stop a conversion. --library shows
+none of the run.)";
+
+// The first one is run when the arguments name none.
+constexpr std::array<CommandRow, 1> kCommands{{
+    {kConvert, "convert", "Convert a programme script into a TVML script", kConvertFooter,
+     runConvert},
+}};
+
+constexpr const char* kFooter = R"(Exit codes:
+  0  done; warnings may have been shown
+  1  an input could not be read, or the output not be made or written
+  2  wrong usage)";
+
+constexpr const char* kVersion = "tvmlfilter " TVMLFILTER_VERSION;
+
+void say(platform::OutputStream stream, const std::string& lines) {
+    platform::writeStream(stream, lines);
+}
+
+// CLI11 prints help, version and errors itself; here they only get a code of
+// ours and a form like all other messages.
+int answer(const CLI::App& app, const CLI::ParseError& result) {
+    if (result.get_exit_code() != 0) {
+        say(platform::OutputStream::error,
+            std::string("tvmlfilter: error: ") + result.what() + "; see tvmlfilter --help\n");
+        return kWrongUsage;
+    }
+    std::ostringstream lines;
+    app.exit(result, lines, lines);
+    say(platform::OutputStream::output, lines.str());
+    return kDone;
+}
+
+void addCommand(CLI::App& app, const CommandRow& row, Options& options) {
+    CLI::App* command = app.add_subcommand(row.name, row.help);
+    command->footer(row.footer);
+    for (const OptionRow& option : kOptions) {
+        if ((option.commands & row.bit) != 0) {
+            option.add(*command, option, options)->type_name(option.value);
+        }
+    }
+}
+
+// Arguments that name no subcommand belong to the first one, so that a script
+// alone is enough.
+std::vector<std::string> withCommand(std::vector<std::string> arguments) {
+    static constexpr std::array<std::string_view, 4> kOfProgram{"-h", "--help", "--help-all",
+                                                                "--version"};
+    const bool named =
+        !arguments.empty() &&
+        (std::ranges::find(kOfProgram, arguments.front()) != kOfProgram.end() ||
+         std::ranges::find(kCommands, arguments.front(), &CommandRow::name) != kCommands.end());
+    if (!named) {
+        arguments.insert(arguments.begin(), kCommands.front().name);
+    }
+    return arguments;
+}
+
+} // namespace
+
+int runCommandLine(const std::vector<std::string>& arguments) {
+    CLI::App app("Turns plain-text programme scripts into TVML scripts.\n"
+                 "tvmlfilter SCRIPT is short for tvmlfilter convert SCRIPT.",
+                 "tvmlfilter");
+    app.allow_windows_style_options(false); // a path may begin with a slash
+    app.set_version_flag("--version", kVersion, "Show the version and exit");
+    app.set_help_all_flag("--help-all", "Show the help of all subcommands and exit");
+    app.require_subcommand(1);
+    app.footer(kFooter);
+    Options options;
+    for (const CommandRow& row : kCommands) {
+        addCommand(app, row, options);
+    }
+    std::vector<std::string> words = withCommand(arguments);
+    std::ranges::reverse(words); // as CLI11 takes them
+    try {
+        app.parse(words);
+    } catch (const CLI::ParseError& result) {
+        return answer(app, result);
+    }
+    const std::string name = app.get_subcommands().front()->get_name();
+    return std::ranges::find(kCommands, name, &CommandRow::name)->run(options);
+}
+
+} // namespace tvml::host

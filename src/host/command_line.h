@@ -1,0 +1,37 @@
+// The host's command line: its subcommands, their options and the texts of its
+// help, in two tables.
+#ifndef TVML_HOST_COMMAND_LINE_H
+#define TVML_HOST_COMMAND_LINE_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/text_encoding.h"
+
+namespace tvml::host {
+
+// The values of all options of all subcommands.
+struct Options {
+    std::string script;
+    std::string description; // empty: the one that comes with the program
+    std::string output = "-";
+    std::string library; // empty: convert in this program
+    std::int32_t playFrom = 0;
+    std::int32_t playTo = -1; // 0 would end the play before the first line
+    InputEncoding encoding = InputEncoding::detect;
+    std::optional<InputEncoding> descriptionEncoding; // none: as `encoding`
+    OutputEncoding outputEncoding = OutputEncoding::utf8;
+};
+
+// A subcommand: returns the exit code or throws a HostError.
+using CommandFunction = int (*)(const Options&);
+
+// Reads the arguments and runs the subcommand that they name. Help, version
+// and wrong usage are answered here. Returns the exit code.
+int runCommandLine(const std::vector<std::string>& arguments);
+
+} // namespace tvml::host
+
+#endif

@@ -1,0 +1,75 @@
+// Conversion in this program or by a library file. Entries: convertHere,
+// convertWithLibrary.
+#include "host/conversion.h"
+
+#include <filesystem>
+
+#include "filter/tvml_exception.h"
+#include "host/host_error.h"
+#include "platform/host_services.h"
+
+namespace tvml::host {
+namespace {
+
+constexpr int kMostTries = 5;
+
+// A path that leads to the file itself and is not looked for elsewhere.
+std::string absolutePath(const std::string& file) {
+    std::error_code failed;
+    const auto path = std::filesystem::absolute(
+        std::filesystem::path(std::u8string(file.begin(), file.end())), failed);
+    const std::u8string text = path.u8string();
+    return failed ? file : std::string(text.begin(), text.end());
+}
+
+// The size is asked for again when the buffer did not do: where a description
+// chooses at random, calls in different seconds give different lengths.
+std::u16string callLibrary(platform::FilterLibrary::Function convert, const std::string& file,
+                           const ConversionRequest& request) {
+    const auto call = [&](char16_t* output, std::int32_t size) {
+        return convert(request.script.data(), request.playFrom, request.playTo,
+                       request.description.data(), output, size);
+    };
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        const std::int32_t size = call(nullptr, 0);
+        if (size <= 0) {
+            break;
+        }
+        std::u16string text(static_cast<std::size_t>(size), u'\0');
+        const std::int32_t length = call(text.data(), size);
+        if (length > 0 && length < size) {
+            text.resize(static_cast<std::size_t>(length));
+            return text;
+        }
+    }
+    throw inputOrOutputError(file, {},
+                             "the library could not convert the script; convert without --library "
+                             "to see why");
+}
+
+} // namespace
+
+std::u16string convertHere(const ConversionRequest& request, ConversionReport& report) {
+    XmlLibrary xml;
+    xml.hold();
+    KeywordTable words;
+    TvmlIniMirvol settings{platform::system()};
+    try {
+        ConversionRun run(words, settings, platform::system(), &report);
+        return run.convert(request).text();
+    } catch (const TvmlException& problem) {
+        throw HostError{kInputOrOutputFailed,
+                        "tvmlfilter: error: the XML library failed: " + problem.message()};
+    }
+}
+
+std::u16string convertWithLibrary(const std::string& file, const ConversionRequest& request) {
+    platform::FilterLibrary library;
+    if (const platform::Failure failure = library.open(absolutePath(file))) {
+        throw inputOrOutputError(file, {},
+                                 *failure + "; name a library file that exports fil_process");
+    }
+    return callLibrary(library.function(), file, request);
+}
+
+} // namespace tvml::host

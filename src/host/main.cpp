@@ -1,0 +1,31 @@
+// The command-line host. Entry: main.
+#include <exception>
+#include <new>
+#include <string>
+
+#include "host/command_line.h"
+#include "host/host_error.h"
+#include "platform/host_services.h"
+
+namespace {
+
+int fail(int exitCode, const std::string& message) {
+    tvml::platform::writeStream(tvml::platform::OutputStream::error, message + "\n");
+    return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    using namespace tvml::host;
+    try {
+        return runCommandLine(tvml::platform::programArguments(argc, argv));
+    } catch (const HostError& error) {
+        return fail(error.exitCode, error.message);
+    } catch (const std::bad_alloc&) {
+        return fail(kInputOrOutputFailed,
+                    "tvmlfilter: error: the memory is exhausted; convert the script in parts");
+    } catch (const std::exception& error) {
+        return fail(kInputOrOutputFailed, std::string("tvmlfilter: error: ") + error.what());
+    }
+}

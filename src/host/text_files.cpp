@@ -1,0 +1,127 @@
+// The host's files. Entries: readScript, readDescription, writeScript.
+#include "host/text_files.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "platform/host_services.h"
+
+namespace tvml::host {
+namespace {
+
+std::string readBytes(const std::string& file) {
+    std::string bytes;
+    const platform::Failure failure = file == kStandardStream ? platform::readStandardInput(bytes)
+                                                              : platform::readFile(file, bytes);
+    if (failure) {
+        throw inputOrOutputError(inputName(file), {},
+                                 *failure + "; check the name and that the file can be read");
+    }
+    return bytes;
+}
+
+std::string undecodableText(const DecodedText& decoded, InputEncoding wanted,
+                            std::string_view bytes) {
+    const std::size_t offset = *decoded.badOffset;
+    std::array<char, 80> where{};
+    std::snprintf(where.data(), where.size(), "the byte 0x%02X at offset %zu is ",
+                  static_cast<unsigned>(static_cast<unsigned char>(bytes[offset])), offset);
+    const bool marked = decoded.encoding == InputEncoding::utf16le ||
+                        decoded.encoding == InputEncoding::utf16be ||
+                        bytes.starts_with("\xEF\xBB\xBF");
+    std::string text(where.data());
+    if (wanted == InputEncoding::detect && !marked) {
+        return text + "neither UTF-8 nor CP932 (Shift_JIS); save the file as UTF-8, or name its "
+                      "encoding with --encoding";
+    }
+    text.append("not ").append(encodingName(decoded.encoding)).append("; ");
+    return text + (wanted == InputEncoding::detect
+                       ? "the byte order mark promises it, so save the file anew"
+                       : "leave the encoding to be detected, or name the right one");
+}
+
+void turnLineEnds(std::u16string& text) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\r' || i + 1 == text.size() || text[i + 1] != u'\n') {
+            text[kept++] = text[i];
+        }
+    }
+    text.resize(kept);
+}
+
+// `encodingOption` sets the file's encoding on the command line.
+std::u16string readText(const std::string& file, InputEncoding encoding) {
+    const std::string bytes = readBytes(file);
+    DecodedText decoded = decodeText(bytes, encoding);
+    if (decoded.badOffset) {
+        throw inputOrOutputError(inputName(file), positionIn(decoded.text, decoded.text.size()),
+                                 undecodableText(decoded, encoding, bytes));
+    }
+    // The filter's texts end at such a character: the rest would be lost.
+    const std::size_t terminator = decoded.text.find(u'\0');
+    if (terminator != std::u16string::npos) {
+        throw inputOrOutputError(inputName(file), positionIn(decoded.text, terminator),
+                                 "the text holds a NUL character; take it out, or if the file is "
+                                 "UTF-16 without a byte order mark, say so with --encoding");
+    }
+    turnLineEnds(decoded.text);
+    return std::move(decoded.text);
+}
+
+void blankXmlDeclaration(std::u16string& description) {
+    constexpr std::u16string_view kBlanks = u" \t\n\r";
+    constexpr std::u16string_view kOpen = u"<?xml";
+    const std::size_t start = description.find_first_not_of(kBlanks);
+    if (start == std::u16string::npos || description.compare(start, kOpen.size(), kOpen) != 0 ||
+        description.find_first_of(kBlanks, start) != start + kOpen.size()) {
+        return; // none, or an instruction such as <?xml-stylesheet ...?>
+    }
+    const std::size_t end = description.find(u"?>", start);
+    if (end != std::u16string::npos) {
+        const auto at = [&description](std::size_t offset) {
+            return description.begin() + static_cast<std::ptrdiff_t>(offset);
+        };
+        std::replace_if(
+            at(start), at(end + 2), [](char16_t unit) { return unit != u'\n'; }, u' ');
+    }
+}
+
+} // namespace
+
+std::u16string readScript(const std::string& file, InputEncoding encoding) {
+    return readText(file, encoding);
+}
+
+std::u16string readDescription(const std::string& file, InputEncoding encoding) {
+    std::u16string description = readText(file, encoding);
+    blankXmlDeclaration(description);
+    return description;
+}
+
+void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding) {
+    const std::string bytes = encodeText(text, encoding);
+    const platform::Failure failure =
+        file == kStandardStream ? platform::writeStream(platform::OutputStream::output, bytes)
+                                : platform::replaceFile(file, bytes);
+    if (failure) {
+        throw inputOrOutputError(outputName(file), {},
+                                 *failure + "; check that the folder exists, can be written to and "
+                                            "has room");
+    }
+}
+
+TextPosition positionIn(std::u16string_view text, std::size_t offset) {
+    const std::u16string_view before = text.substr(0, offset);
+    const std::size_t lineFeed = before.rfind(u'\n');
+    const std::u16string_view line =
+        before.substr(lineFeed == std::u16string_view::npos ? 0 : lineFeed + 1);
+    // The second half of a surrogate pair is no character of its own.
+    const auto characters =
+        std::ranges::count_if(line, [](char16_t unit) { return (unit & 0xFC00) != 0xDC00; });
+    return {static_cast<std::size_t>(std::ranges::count(before, u'\n')) + 1,
+            static_cast<std::size_t>(characters) + 1};
+}
+
+} // namespace tvml::host

@@ -1,0 +1,30 @@
+// Scripts and descriptions from files, and the converted script into one. All
+// of these throw a HostError that names the file and says what to do.
+#ifndef TVML_HOST_TEXT_FILES_H
+#define TVML_HOST_TEXT_FILES_H
+
+#include <string>
+#include <string_view>
+
+#include "host/host_error.h"
+#include "host/text_encoding.h"
+
+namespace tvml::host {
+
+// The script with line feeds as its only line ends. "-" is standard input.
+std::u16string readScript(const std::string& file, InputEncoding encoding);
+
+// As readScript, and blanks stand in place of a leading XML declaration: the
+// filter gives a description its own. Lines and columns stay what they are in
+// the file.
+std::u16string readDescription(const std::string& file, InputEncoding encoding);
+
+// Writes the whole text, or nothing. "-" is standard output.
+void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding);
+
+// Where `offset` is in `text`.
+TextPosition positionIn(std::u16string_view text, std::size_t offset);
+
+} // namespace tvml::host
+
+#endif

@@ -1,0 +1,83 @@
+// What the command-line host needs of the operating system besides platform.h:
+// arguments, files and standard streams, decoding of texts, and loading the
+// filter as a library. A native and a Windows implementation stand behind it
+// (posix_host.cpp, windows_host.cpp).
+//
+// Conventions
+//  1. Sizes and offsets count bytes; texts and paths are UTF-8. On POSIX
+//     systems a path may be any bytes.
+//  2. Nothing here throws except std::bad_alloc. A Failure is what the system
+//     says about an error, and none when all went well.
+//  3. Streams and files are binary: no line end is changed.
+#ifndef TVML_PLATFORM_HOST_SERVICES_H
+#define TVML_PLATFORM_HOST_SERVICES_H
+
+#include "fil_process.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tvml::platform {
+
+using Failure = std::optional<std::string>;
+
+// The program's arguments without its name.
+std::vector<std::string> programArguments(int argc, const char* const* argv);
+
+enum class OutputStream : std::uint8_t { output, error };
+
+// Somebody reads the stream as it is written.
+bool isTerminal(OutputStream stream);
+
+// Both replace `bytes`; after a failure it holds what was read before.
+Failure readFile(const std::string& path, std::string& bytes);
+Failure readStandardInput(std::string& bytes);
+
+// Writes all bytes. A Windows console gets them as UTF-8 text.
+Failure writeStream(OutputStream stream, std::string_view bytes);
+
+// Puts a file of these bytes in the place of `path`. Whoever opens `path`
+// meanwhile finds the old file or the whole new one; after a failure the old
+// file is as it was. A link stays a link, and what is no ordinary file (a
+// device, a pipe) is written to. A write-protected file is not replaced.
+Failure replaceFile(const std::string& path, std::string_view bytes);
+
+enum class CodePage : std::uint8_t { utf8, cp932 };
+
+// A text up to the first bytes that do not decode.
+struct Decoding {
+    std::u16string text;
+    std::optional<std::size_t> badOffset; // of those bytes
+};
+
+// Decodes strictly; a byte order mark is a character like others.
+Decoding decode(std::string_view bytes, CodePage page);
+
+// The filter as a library file, loaded while the object lives.
+class FilterLibrary {
+public:
+    using Function = decltype(&fil_process);
+
+    FilterLibrary() = default;
+    FilterLibrary(const FilterLibrary&) = delete;
+    FilterLibrary& operator=(const FilterLibrary&) = delete;
+    ~FilterLibrary();
+
+    // Loads the file at `path`, an absolute path, once for each object.
+    Failure open(const std::string& path);
+
+    // The exported function; null before open() went well.
+    Function function() const { return function_; }
+
+private:
+    void* handle_ = nullptr;
+    Function function_ = nullptr;
+};
+
+} // namespace tvml::platform
+
+#endif
