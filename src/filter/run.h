@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "filter/report.h"
 #include "filter/run_state.h"
@@ -14,6 +15,14 @@
 #include "vocabulary/keyword_table.h"
 
 namespace tvml {
+
+// A character's talk template in which all is filled in but the speech, the
+// caption and the wait value, and what it was filled with.
+struct PreparedTalk {
+    const CharacterModel* model = nullptr;
+    std::u16string speed;
+    Template text;
+};
 
 struct Run {
     Run(const KeywordTable& vocabulary, const TvmlIniMirvol& talkSettings,
@@ -35,6 +44,8 @@ struct Run {
     std::u16string initialSetName;                  // empty until the script chooses one
     std::optional<CommandIndex> commands;           // of the words that are loaded
     std::array<const CharacterModel*, 26> models{}; // current ones by letter, null for none
+
+    std::array<std::unordered_map<const Variant*, PreparedTalk>, 26> preparedTalk; // by letter
 
     // Looks every character's current model up, once its tables are complete.
     void resolveModels() {

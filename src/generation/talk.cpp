@@ -51,25 +51,19 @@ private:
     // A piece that cannot be spoken silences the whole line.
     void emit(std::u16string_view speech, std::u16string_view caption, std::u16string_view wait,
               bool withCaption) {
-        const auto talk =
-            failed_ || !speakerIsKnown() ? std::nullopt : selectTalkTemplate(run_, speaker_);
-        if (!talk.has_value()) {
+        const Template* talk =
+            failed_ || !speakerIsKnown() ? nullptr : selectTalkTemplate(run_, speaker_);
+        if (talk == nullptr) {
             failed_ = true;
             out_.resize(start_);
             return;
         }
-        const std::array<Filling, 9> fillings{{
-            {u"$1", letterText(speaker_)},
-            {u"$3", talk->lipsync},
-            {u"$5", talk->speed},
-            {u"$6", talk->pitch},
-            {u"$7", talk->intonation},
-            {u"$8", talk->volume},
+        const std::array<Filling, 3> fillings{{
             {u"$9", wait},
             {u"$4", caption},
             {u"$2", speech, withCaption},
         }};
-        talk->variant->text.fill(fillings, out_);
+        talk->fill(fillings, out_);
     }
 
     Run& run_;
@@ -153,22 +147,43 @@ void sayLine(Run& run, std::u16string_view line, TalkLine& talk) {
     sayCaptionedOrWhole(run, groups, talk);
 }
 
+// The first six placeholders in the order of filling. What they are filled with
+// seldom changes, so each character's templates are kept with them filled in.
+void prepareTalk(const Variant& variant, char16_t letter, const CharacterModel& model,
+                 const std::u16string& talkSpeed, PreparedTalk& prepared) {
+    const std::array<Filling, 6> fillings{{
+        {u"$1", letterText(letter)},
+        {u"$3", model.lipsync},
+        {u"$5", talkSpeed},
+        {u"$6", model.pitch},
+        {u"$7", model.intonation},
+        {u"$8", model.volume},
+    }};
+    std::u16string text = variant.text.text();
+    fillText(text, fillings);
+    prepared = {&model, talkSpeed, Template(std::move(text))};
+}
+
 } // namespace
 
-std::optional<TalkTemplate> selectTalkTemplate(Run& run, char16_t letter) {
+const Template* selectTalkTemplate(Run& run, char16_t letter) {
     const CharacterModel* model = run.models[Run::slot(letter)];
     if (model == nullptr) {
         run.tell(ScriptProblem::modelMissing, {}, letterText(letter));
-        return std::nullopt;
+        return nullptr;
     }
     const auto element =
         run.state.subImageShown ? CharacterElement::subimagetalk : CharacterElement::talk;
     const Variant* variant = run.select(element, letter);
     if (variant == nullptr) {
-        return std::nullopt;
+        return nullptr;
     }
-    return TalkTemplate{variant,      model->lipsync,    run.talkSpeed[Run::slot(letter)],
-                        model->pitch, model->intonation, model->volume};
+    const std::u16string& talkSpeed = run.talkSpeed[Run::slot(letter)];
+    PreparedTalk& prepared = run.preparedTalk[Run::slot(letter)][variant];
+    if (prepared.model != model || prepared.speed != talkSpeed) {
+        prepareTalk(*variant, letter, *model, talkSpeed, prepared);
+    }
+    return &prepared.text;
 }
 
 void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view line,

@@ -41,9 +41,9 @@ inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t
     std::size_t at = from;
     // Blocks that are not left early become vector code.
     for (; at + detail::kBlock <= text.size(); at += detail::kBlock) {
-        unsigned found = 0;
+        char16_t found = 0; // as wide as the units, which keeps the vectors full
         for (std::size_t i = 0; i < detail::kBlock; ++i) {
-            found |= text[at + i] == unit ? 1u : 0u;
+            found |= static_cast<char16_t>(text[at + i] == unit ? 0xFFFF : 0);
         }
         if (found != 0) {
             break;
