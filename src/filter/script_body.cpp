@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
+#include <stdexcept>
 #include <vector>
 
 #include "filter/tvml_patterns.h"
@@ -13,6 +15,9 @@ namespace {
 // Segments begin small and grow to this many units.
 constexpr std::size_t kSmallestSegment = 256;
 constexpr std::size_t kLargestSegment = 16384;
+
+// What a 32-bit length can tell.
+constexpr std::size_t kLongestBody = std::numeric_limits<std::int32_t>::max() - 1;
 
 constexpr std::u16string_view kFontName = u"font name";
 constexpr std::u16string_view kSize = u"size";
@@ -52,6 +57,10 @@ void ScriptBody::append(std::u16string_view text) {
     }
     if (report_ != nullptr) {
         report_->bodyGrew(text);
+    }
+    appended_ += text.size();
+    if (appended_ > kLongestBody) {
+        throw std::length_error("the script is too long");
     }
     const bool open = segments_.size() > indexedSegments_;
     if (!open || segments_.back().size() + text.size() > segments_.back().capacity()) {

@@ -44,7 +44,8 @@ public:
     explicit ScriptBody(const KeywordTable& words, ConversionReport* report = nullptr)
         : words_(words), report_(report) {}
 
-    // Appends whole lines.
+    // Appends whole lines. Throws std::length_error when the text would pass the
+    // longest script that can be delivered.
     void append(std::u16string_view text);
 
     // The text holds the command that opens the base of main pictures.
@@ -72,6 +73,7 @@ private:
     const KeywordTable& words_;
     ConversionReport* report_;
     std::deque<std::u16string> segments_;
+    std::size_t appended_ = 0; // units, before any card was completed
 
     // Which of the first indexedSegments_ segments hold what.
     std::size_t indexedSegments_ = 0;

@@ -1,14 +1,16 @@
 // The template collections. Entries: registerTemplate and selectTemplate of each.
 #include "staging/template_db.h"
 
+#include <algorithm>
+
 namespace tvml {
 
+// The smallest number with draw <= number * 32767 / count, truncated: that is
+// the one with draw * count <= number * 32767, and at least 1.
 std::size_t randomVariant(std::size_t count, std::uint32_t draw) {
-    std::size_t number = 1;
-    while (number <= count && draw > number * 32767 / count) {
-        ++number;
-    }
-    return number <= count ? number : 0;
+    constexpr std::uint64_t kDraws = 32767;
+    const std::uint64_t number = (std::uint64_t{draw} * count + kDraws - 1) / kDraws;
+    return static_cast<std::size_t>(std::max<std::uint64_t>(1, number));
 }
 
 std::size_t VariantList::select(SwitchMode mode, RandomGenerator& random) {
