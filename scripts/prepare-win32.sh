@@ -1,0 +1,382 @@
+#!/usr/bin/env bash
+#
+# Prepares the cross build for 32-bit Windows on Debian 12.
+#
+#   scripts/prepare-win32.sh [--wine] [--allow-downgrades] [--jobs N]
+#
+# Installs what is missing of the cross compiler and its helpers, cross-builds
+# Xerces-C and GoogleTest from Debian's own sources as static libraries, and
+# puts them with the headers of CLI11 and nlohmann-json into one folder, which
+# is kept in the user's cache and reused. The last line of the standard output
+# is that folder, to be given to CMake as CMAKE_PREFIX_PATH together with
+# cmake/win32-toolchain.cmake. All messages go to the standard error.
+#
+#   --wine              also install wine32 (adds the i386 architecture), make a
+#                       Wine prefix, and put bin/run-windows-program into the
+#                       folder, which starts a Windows program with Japanese
+#                       settings (code page 932) and without a display
+#   --allow-downgrades  with --wine: where a library is installed in a newer
+#                       version than its i386 package has, go back to the base
+#                       release's version
+#   --jobs N            compile N files at once (default: one per core)
+#
+# Exit status: 0 all is ready; 1 something failed; 2 wrong arguments;
+# 3 all is ready but wine32, which could not be installed.
+
+set -euo pipefail
+
+readonly xerces_version=3.2.4
+readonly recipe=1 # to be raised with any change in how the folder is made
+readonly compiler_package=g++-mingw-w64-i686-posix
+readonly packages=("$compiler_package" cmake ninja-build dpkg-dev googletest
+                   libcli11-dev nlohmann-json3-dev)
+
+source_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+readonly source_root
+readonly toolchain=$source_root/cmake/win32-toolchain.cmake
+
+want_wine=0
+allow_downgrades=0
+jobs=$(nproc)
+scratch=
+index_fresh=0
+
+say() { printf 'prepare-win32: %s\n' "$*" >&2; }
+
+fail() {
+  say "error: $*"
+  exit 1
+}
+
+usage() {
+  sed -n '2,/^$/{/^#/!d;s/^# \{0,1\}//;p}' "${BASH_SOURCE[0]}" >&2
+}
+
+while [ $# -gt 0 ]; do
+  case $1 in
+    --wine) want_wine=1 ;;
+    --allow-downgrades) allow_downgrades=1 ;;
+    --jobs)
+      [ $# -ge 2 ] || { usage; exit 2; }
+      jobs=$2
+      shift
+      ;;
+    -h | --help) usage 2>&1; exit 0 ;;
+    *) say "error: unknown argument '$1'"; usage; exit 2 ;;
+  esac
+  shift
+done
+[[ $jobs =~ ^[1-9][0-9]*$ ]] || { say "error: --jobs needs a number above 0"; exit 2; }
+
+cleanup() {
+  if [ -n "$scratch" ]; then rm -rf -- "$scratch"; fi
+}
+trap cleanup EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+for tool in apt-get dpkg-query; do
+  command -v "$tool" >/dev/null || fail "this script needs Debian's apt-get and dpkg"
+done
+[ -f "$toolchain" ] || fail "cmake/win32-toolchain.cmake is missing"
+
+if [ -z "${XDG_CACHE_HOME:-}" ] && [ -z "${HOME:-}" ]; then
+  fail "neither XDG_CACHE_HOME nor HOME is set"
+fi
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/tvmlfilter/win32
+mkdir -p "$cache" || fail "the cache folder $cache cannot be made"
+cache=$(cd "$cache" && pwd)
+
+# Leftovers of runs that were cut off.
+find "$cache" -mindepth 1 -maxdepth 1 -name 'tmp.*' -mmin +300 -exec rm -rf {} + || true
+
+new_scratch() {
+  [ -n "$scratch" ] || scratch=$(mktemp -d "$cache/tmp.XXXXXXXX")
+}
+
+# run LOGNAME COMMAND...: runs quietly, shows the log's end when it fails.
+run() {
+  local log
+  new_scratch
+  log=$scratch/$1.log
+  shift
+  if ! "$@" >"$log" 2>&1 </dev/null; then
+    tail -n 40 "$log" >&2
+    return 1
+  fi
+}
+
+# --- Debian packages ---------------------------------------------------------
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo -n "$@"
+  else
+    say "root is needed for: $*"
+    return 1
+  fi
+}
+
+apt_get() {
+  as_root env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 \
+    apt-get -q -y -o DPkg::Lock::Timeout=600 -o Dpkg::Use-Pty=0 "$@"
+}
+
+# Brings the package index up to date. One that cannot be fetched in full is no
+# failure yet: whether what is there suffices shows at the installation.
+apt_update() {
+  local try log
+  [ "$index_fresh" -eq 0 ] || return 0
+  index_fresh=1
+  new_scratch
+  log=$scratch/apt-update.log
+  for try in 1 2 3 4 5 6; do
+    if apt_get update >"$log" 2>&1 </dev/null; then return 0; fi
+    grep -q 'Could not get lock' "$log" || break
+    say "another program holds the package index, waiting (try $try)"
+    sleep 10
+  done
+  say "warning: the package index could not be brought up to date in full:"
+  grep -E '^(E|W|Err):?' "$log" | tail -n 8 >&2 || tail -n 8 "$log" >&2
+}
+
+installed() {
+  [ "$(dpkg-query -W -f='${db:Status-Status}\n' "$1" 2>/dev/null | head -n 1)" = installed ]
+}
+
+install_missing() {
+  local package missing=()
+  for package in "${packages[@]}"; do
+    installed "$package" || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  say "installing ${missing[*]}"
+  apt_update
+  run apt-install apt_get install --no-install-recommends "${missing[@]}" ||
+    fail "apt-get could not install: ${missing[*]}"
+}
+
+# Fetches and unpacks Debian's source package into $1. Source packages are
+# enabled in a private copy of the machine's own apt configuration, so that the
+# machine's stays as it is.
+fetch_source() {
+  local into=$1 name=$2 apt=$scratch/apt file options
+  mkdir -p "$apt/parts" "$apt/lists/partial" "$into"
+  : >"$apt/sources.list"
+  for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+    [ -f "$file" ] || continue
+    sed -n -E 's/^[[:space:]]*deb(-src)?[[:space:]]+/deb-src /p' "$file"
+  done | sort -u >"$apt/sources.list"
+  for file in /etc/apt/sources.list.d/*.sources; do
+    [ -f "$file" ] || continue
+    sed -E 's/^types:.*/Types: deb-src/I' "$file" >"$apt/parts/${file##*/}"
+  done
+  options=(-q -o "Dir::Etc::sourcelist=$apt/sources.list"
+           -o "Dir::Etc::sourceparts=$apt/parts"
+           -o "Dir::State::lists=$apt/lists"
+           -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
+           -o APT::Sandbox::User="$(id -un)")
+  run apt-source-update env LC_ALL=C.UTF-8 apt-get "${options[@]}" update ||
+    say "warning: the index of source packages could not be fetched in full"
+  (cd "$into" && run apt-source env LC_ALL=C.UTF-8 \
+    apt-get "${options[@]}" source --only-source "$name") ||
+    fail "Debian's source package $name could not be fetched"
+}
+
+# --- the folder of cross-built libraries --------------------------------------
+
+folder_key() {
+  {
+    echo "recipe $recipe, xerces-c $xerces_version"
+    dpkg-query -W -f='${Package} ${Version}\n' "$compiler_package" \
+      googletest libcli11-dev nlohmann-json3-dev
+    cat "$toolchain"
+  } | sha256sum | cut -c 1-16
+}
+
+cross_configure() {
+  local name=$1 from=$2
+  shift 2
+  run "$name-configure" cmake -S "$from" -B "$scratch/$name" -G Ninja -Wno-dev \
+    -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR=lib \
+    -DCMAKE_PREFIX_PATH= -DBUILD_SHARED_LIBS=OFF "$@" ||
+    fail "$name could not be configured for the cross build"
+}
+
+build_prefix() {
+  local stage sources=() part
+  new_scratch
+  stage=$scratch/stage
+
+  say "fetching the source package of Xerces-C"
+  fetch_source "$scratch/src" xerces-c
+  for part in "$scratch/src/xerces-c-$xerces_version"*/; do
+    if [ -d "$part" ]; then sources+=("$part"); fi
+  done
+  [ ${#sources[@]} -eq 1 ] ||
+    fail "the source package of Xerces-C is not of version $xerces_version: $(ls "$scratch/src")"
+
+  say "building Xerces-C (some minutes)"
+  cross_configure xerces-c "${sources[0]}" -Dnetwork=OFF -Dmessage-loader=inmemory \
+    -Dtranscoder=windows -Dxmlch-type=char16_t -DCMAKE_DISABLE_FIND_PACKAGE_Java=ON
+  run xerces-c-build cmake --build "$scratch/xerces-c" --target xerces-c --parallel "$jobs" ||
+    fail "Xerces-C could not be built"
+  # Only the library itself: all of it would want the samples and tests too.
+  run xerces-c-install env DESTDIR="$stage" cmake --install "$scratch/xerces-c/src" ||
+    fail "Xerces-C could not be installed into the cache"
+  grep -q 'define XERCES_XMLCH_T char16_t' \
+    "$stage$prefix/include/xercesc/util/Xerces_autoconf_config.hpp" ||
+    fail "Xerces-C was not built with char16_t as its character type"
+
+  say "building GoogleTest"
+  cross_configure googletest /usr/src/googletest
+  run googletest-build cmake --build "$scratch/googletest" --parallel "$jobs" ||
+    fail "GoogleTest could not be built"
+  run googletest-install env DESTDIR="$stage" cmake --install "$scratch/googletest" ||
+    fail "GoogleTest could not be installed into the cache"
+
+  # Header-only libraries: just these, and not the rest of the machine's headers.
+  cp -R /usr/include/CLI /usr/include/nlohmann "$stage$prefix/include/" ||
+    fail "the headers of CLI11 and nlohmann-json could not be copied"
+  mkdir -p "$stage$prefix/share/cmake"
+  for part in CLI11 nlohmann_json; do
+    if [ -d "/usr/share/cmake/$part" ]; then
+      cp -R "/usr/share/cmake/$part" "$stage$prefix/share/cmake/"
+    fi
+  done
+
+  chmod 755 "$stage$prefix"
+  # The rename makes it complete. Another run may have been quicker.
+  if ! mv -T "$stage$prefix" "$prefix" 2>/dev/null && [ ! -d "$prefix" ]; then
+    fail "the folder could not be put into place: $prefix"
+  fi
+}
+
+# --- Wine -----------------------------------------------------------------------
+
+wine_installed() {
+  installed wine32:i386 && installed wine
+}
+
+# install_wine_with NAME OPTION...: tries first, so that nothing is half done.
+install_wine_with() {
+  local name=$1
+  shift
+  if ! apt_get install -s --no-install-recommends "$@" wine32:i386 wine \
+    >"$scratch/$name.log" 2>&1 </dev/null; then
+    return 1
+  fi
+  run "$name" apt_get install --no-install-recommends "$@" wine32:i386 wine
+}
+
+no_wine() {
+  say "error: wine32 could not be installed: $*"
+  printf '%s\n' "$prefix"
+  exit 3
+}
+
+install_wine() {
+  local codename added=0
+  new_scratch
+  say "installing wine32"
+  if ! dpkg --print-foreign-architectures | grep -qx i386; then
+    as_root dpkg --add-architecture i386 || no_wine "the i386 architecture could not be added"
+    added=1
+    index_fresh=0
+  fi
+  apt_update
+  codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-stable}")
+
+  if install_wine_with wine-plain; then return 0; fi
+  # Updates reach the i386 index later than the machine's own now and then, and
+  # both must have each library in the same version. The base release is in step.
+  say "not with the newest updates; trying with the base release's versions"
+  if install_wine_with wine-base -t "$codename"; then return 0; fi
+  if [ "$allow_downgrades" -eq 1 ]; then
+    say "not with those either; going back to the base release's versions"
+    cat /etc/apt/preferences 2>/dev/null >"$scratch/preferences" || true
+    printf '\nPackage: *\nPin: release n=%s\nPin-Priority: 1001\n' "$codename" >>"$scratch/preferences"
+    chmod a+rx "$scratch"
+    if install_wine_with wine-downgrade --allow-downgrades \
+      -o "Dir::Etc::preferences=$scratch/preferences"; then
+      return 0
+    fi
+  fi
+
+  grep -E '^(E:|.*(Depends|Breaks|Conflicts):)|unmet|Unable|not found' \
+    "$scratch/wine-base.log" | tail -n 20 >&2 || tail -n 20 "$scratch/wine-base.log" >&2
+  if [ "$added" -eq 1 ] &&
+    ! dpkg-query -W -f='${Architecture}\n' | grep -qx i386; then
+    as_root dpkg --remove-architecture i386 || true
+  fi
+  if [ "$allow_downgrades" -eq 0 ]; then
+    say "where a library is installed newer than its i386 package, --allow-downgrades may help"
+  fi
+  no_wine "apt-get found no set of packages that fits (above: why)"
+}
+
+prepare_wine() {
+  local version wine_prefix runner
+  if ! wine_installed; then install_wine; fi
+
+  # Wine takes its code pages from the locale alone. A locale that is named but
+  # not there gives the code pages too, but then no file with a name beyond
+  # ASCII can be opened.
+  if ! locale -a 2>/dev/null | grep -qixE 'ja_JP\.utf-?8'; then
+    say "making the locale ja_JP.UTF-8"
+    if ! installed locales; then
+      apt_update
+      run apt-locales apt_get install --no-install-recommends locales ||
+        fail "apt-get could not install: locales"
+    fi
+    run localedef as_root localedef --no-archive -i ja_JP -f UTF-8 ja_JP.UTF-8 ||
+      fail "the locale ja_JP.UTF-8 could not be made"
+  fi
+
+  version=$(dpkg-query -W -f='${Version}' wine32:i386)
+  wine_prefix=$cache/wine-$(printf '%s %s' "$recipe" "$version" | sha256sum | cut -c 1-16)
+  if [ ! -d "$wine_prefix" ]; then
+    new_scratch
+    say "making a Wine prefix"
+    run wineboot env -u DISPLAY -u WAYLAND_DISPLAY LC_ALL=ja_JP.UTF-8 WINEDEBUG=-all \
+      WINEPREFIX="$scratch/wine" WINEDLLOVERRIDES=mscoree,mshtml= \
+      timeout 600 wine wineboot -i || no_wine "it is installed but does not start"
+    WINEPREFIX="$scratch/wine" timeout 120 wineserver -w ||
+      no_wine "it is installed but its server does not end"
+    if ! mv -T "$scratch/wine" "$wine_prefix" 2>/dev/null && [ ! -d "$wine_prefix" ]; then
+      fail "the Wine prefix could not be put into place: $wine_prefix"
+    fi
+  fi
+
+  runner=$prefix/bin/run-windows-program
+  if [ ! -x "$runner" ] || ! grep -qF "$wine_prefix" "$runner"; then
+    new_scratch
+    mkdir -p "$prefix/bin"
+    cat >"$scratch/runner" <<EOF
+#!/bin/sh
+# Starts a Windows program under Wine, without a display and with Japanese
+# settings (code page 932). WINEPREFIX, WINEDEBUG and TVML_WINE_LOCALE may be
+# set to others.
+unset DISPLAY WAYLAND_DISPLAY
+LC_ALL=\${TVML_WINE_LOCALE:-ja_JP.UTF-8}
+WINEPREFIX=\${WINEPREFIX:-$wine_prefix}
+WINEDEBUG=\${WINEDEBUG:--all}
+WINEDLLOVERRIDES=\${WINEDLLOVERRIDES:-mscoree,mshtml=}
+export LC_ALL WINEPREFIX WINEDEBUG WINEDLLOVERRIDES
+exec wine "\$@"
+EOF
+    chmod 755 "$scratch/runner"
+    mv -f "$scratch/runner" "$runner"
+  fi
+}
+
+# --- all of it --------------------------------------------------------------------
+
+install_missing
+prefix=$cache/prefix-$(folder_key)
+if [ ! -d "$prefix" ]; then build_prefix; fi
+if [ "$want_wine" -eq 1 ]; then prepare_wine; fi
+printf '%s\n' "$prefix"
