@@ -2,6 +2,7 @@
 #include "filter/scanners.h"
 
 #include "filter/tvml_patterns.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
@@ -23,7 +24,7 @@ bool isSkipSwitch(std::u16string_view text, std::size_t at, std::u16string_view 
 // Calls `visit(position)` for every occurrence of `word`, from the start.
 template <typename Visit>
 void visitOccurrences(std::u16string_view text, std::u16string_view word, Visit visit) {
-    for (std::size_t at = text.find(word); at != kNone; at = text.find(word, at + 1)) {
+    for (std::size_t at = findText(text, word); at != kNone; at = findText(text, word, at + 1)) {
         visit(at);
     }
 }
@@ -67,9 +68,9 @@ std::u16string initialSetLine(Run& run, std::u16string_view command) {
 
 std::size_t findSkipSwitch(std::u16string_view text, std::u16string_view switchWord,
                            const KeywordTable& words) {
-    std::size_t at = text.find(kSkipScript);
+    std::size_t at = findText(text, kSkipScript);
     while (at != kNone && !isSkipSwitch(text, at, switchWord, words)) {
-        at = text.find(kSkipScript, at + 1);
+        at = findText(text, kSkipScript, at + 1);
     }
     return at;
 }
@@ -193,17 +194,21 @@ bool TitleTextFinder::continuesAt(std::size_t at) {
     }
     const std::size_t end = match.position();
     if (end >= lineEnd_) {
-        lineEnd_ = std::min(text_.find(u'\n', end), text_.size());
-        const std::size_t last = text_.substr(end, lineEnd_ - end).rfind(placeholder_);
-        placeholderAt_ = last == kNone ? kNone : end + last;
+        lineEnd_ = std::min(findUnit(text_, u'\n', end), text_.size());
+        placeholderAt_ = kNone;
+        const std::u16string_view line = text_.substr(0, lineEnd_);
+        for (std::size_t found = findText(line, placeholder_, end); found != kNone;
+             found = findText(line, placeholder_, found + 1)) {
+            placeholderAt_ = found;
+        }
     }
     return placeholderAt_ != kNone && placeholderAt_ >= end;
 }
 
 std::size_t TitleTextFinder::next(std::size_t from) {
-    std::size_t at = text_.find(kDrawing, from);
+    std::size_t at = findText(text_, kDrawing, from);
     while (at != kNone && !continuesAt(at + kDrawing.size())) {
-        at = text_.find(kDrawing, at + kDrawing.size());
+        at = findText(text_, kDrawing, at + kDrawing.size());
     }
     return at;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "filter/tvml_patterns.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
@@ -74,7 +75,7 @@ void ScriptBody::append(std::u16string_view text) {
 bool ScriptBody::holdsMainImageBase() {
     while (!mainImageBase_ && baseSegments_ < segments_.size()) {
         const std::u16string& segment = segments_[baseSegments_];
-        mainImageBase_ = segment.find(kMainImageBase, baseUnits_) != kNone;
+        mainImageBase_ = findText(segment, kMainImageBase, baseUnits_) != kNone;
         baseUnits_ = segment.size();
         if (baseSegments_ + 1 == segments_.size()) {
             break; // the last segment may still grow
@@ -93,10 +94,10 @@ void ScriptBody::indexSegment(std::size_t number) {
     if (TitleTextFinder(text, TitleKind::subtitle, words_).next(0) != kNone) {
         waitingSubtitles_.insert(waitingSubtitles_.end(), number);
     }
-    if (text.find(kFontName) != kNone) {
+    if (findText(text, kFontName) != kNone) {
         fontNames_.insert(fontNames_.end(), number);
     }
-    if (text.find(kSize) != kNone) {
+    if (findText(text, kSize) != kNone) {
         sizes_.insert(sizes_.end(), number);
     }
 }
@@ -107,7 +108,7 @@ void ScriptBody::indexAgain(std::size_t number) {
         holders->erase(number);
     }
     indexSegment(number);
-    mainImageBase_ = mainImageBase_ || segments_[number].find(kMainImageBase) != kNone;
+    mainImageBase_ = mainImageBase_ || findText(segments_[number], kMainImageBase) != kNone;
 }
 
 void ScriptBody::addIndexed(std::u16string_view text) {
@@ -158,7 +159,7 @@ void ScriptBody::indexNewText() {
 void ScriptBody::fillArgument(std::size_t segment, std::size_t from, std::u16string_view argument,
                               const Numbers& holders, std::u16string_view placeholder,
                               std::u16string_view value) {
-    if (segments_[segment].find(argument, from) == kNone) {
+    if (findText(segments_[segment], argument, from) == kNone) {
         const auto next = holders.upper_bound(segment);
         if (next == holders.end()) {
             return;
@@ -183,7 +184,7 @@ bool ScriptBody::completeCard(const CardText& card) {
     fillArgument(number, at, kSize, sizes_, card.sizePlaceholder, card.size);
     const std::u16string_view placeholder = placeholderOf(card.kind);
     std::u16string& segment = segments_[number];
-    const std::size_t found = segment.find(placeholder, at);
+    const std::size_t found = findText(segment, placeholder, at);
     if (found != kNone) {
         segment.replace(found, placeholder.size(), card.text);
     }

@@ -49,8 +49,8 @@ std::uint32_t placeholderAt(std::u16string_view text, std::span<const Filling> f
 
 std::size_t countOf(std::u16string_view text, std::u16string_view pattern) {
     std::size_t count = 0;
-    for (std::size_t found = text.find(pattern); found != std::u16string_view::npos;
-         found = text.find(pattern, found + pattern.size())) {
+    for (std::size_t found = findText(text, pattern); found != std::u16string_view::npos;
+         found = findText(text, pattern, found + pattern.size())) {
         ++count;
     }
     return count;
@@ -72,7 +72,7 @@ void replaceOne(std::u16string& text, const Filling& filling) {
     result.reserve(text.size() - count * placeholder.size() + count * filling.value.size());
     std::size_t copied = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t found = text.find(placeholder, copied);
+        const std::size_t found = findText(text, placeholder, copied);
         result.append(text, copied, found - copied).append(filling.value);
         copied = found + placeholder.size();
     }

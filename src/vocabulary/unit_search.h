@@ -63,6 +63,17 @@ inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t
     return std::u16string_view::npos;
 }
 
+// The position of the first `pattern`, which is not empty, in `text` at or after
+// `from`, or npos.
+inline std::size_t findText(std::u16string_view text, std::u16string_view pattern,
+                            std::size_t from = 0) {
+    std::size_t at = findUnit(text, pattern.front(), from);
+    while (at != std::u16string_view::npos && !text.substr(at).starts_with(pattern)) {
+        at = findUnit(text, pattern.front(), at + 1);
+    }
+    return at;
+}
+
 // Every unit of `text` is below U+0080.
 inline bool allAscii(std::u16string_view text) {
     std::uint64_t seen = 0;
