@@ -11,8 +11,9 @@
  *  4. Threads: one call at a time in a process. The library starts no threads
  *     and takes no locks.
  *  5. Errors: no exception and no signal leaves the call. A run that fails (the
- *     memory is exhausted, the XML machinery cannot be started, or the script
- *     would be longer than 2147483646 units) returns 0 and writes nothing.
+ *     memory is exhausted, the XML machinery cannot be started, the script would
+ *     be longer than 2147483646 units, or one filled template longer than
+ *     268435456) returns 0 and writes nothing.
  *  6. Files: each call reads "keyword.ini" and "Mirvol.ini" in the folder of
  *     the running program's executable, so that edits count at once. Both may
  *     be missing.

@@ -1,6 +1,8 @@
 // The steps of a conversion in their order. Entry: ConversionRun::convert.
 #include "filter/conversion_run.h"
 
+#include <limits>
+
 #include "filter/scanners.h"
 #include "generation/commands.h"
 #include "generation/talk.h"
@@ -75,7 +77,7 @@ void ConversionRun::convertLines(const ConversionRequest& request) {
     std::int32_t& number = run_.state.lineNumber;
     std::u16string_view rest = upToTerminator(request.script);
     while (!rest.empty()) {
-        ++number;
+        number += number < std::numeric_limits<std::int32_t>::max() ? 1 : 0;
         const std::size_t end = findUnit(rest, u'\n');
         const std::u16string_view line = rest.substr(0, end);
         rest = end == kNone ? std::u16string_view{} : rest.substr(end + 1);

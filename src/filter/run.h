@@ -46,6 +46,8 @@ struct Run {
     std::array<const CharacterModel*, 26> models{}; // current ones by letter, null for none
 
     std::array<std::unordered_map<const Variant*, PreparedTalk>, 26> preparedTalk; // by letter
+    std::size_t preparedUnits = 0; // units of all of them
+    PreparedTalk unkeptTalk;       // the last one that is too long to be kept
 
     // Looks every character's current model up, once its tables are complete.
     void resolveModels() {

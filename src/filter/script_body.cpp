@@ -52,6 +52,13 @@ bool fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_v
     return true;
 }
 
+void ScriptBody::countUnits(std::size_t units) {
+    units_ += units;
+    if (units_ > kLongestBody) {
+        throw std::length_error("the script is too long");
+    }
+}
+
 void ScriptBody::append(std::u16string_view text) {
     if (text.empty()) {
         return;
@@ -59,10 +66,7 @@ void ScriptBody::append(std::u16string_view text) {
     if (report_ != nullptr) {
         report_->bodyGrew(text);
     }
-    appended_ += text.size();
-    if (appended_ > kLongestBody) {
-        throw std::length_error("the script is too long");
-    }
+    countUnits(text.size());
     const bool open = segments_.size() > indexedSegments_;
     if (!open || segments_.back().size() + text.size() > segments_.back().capacity()) {
         const std::size_t before = segments_.empty() ? 0 : segments_.back().size();
@@ -178,6 +182,7 @@ bool ScriptBody::completeCard(const CardText& card) {
     if (waiting.empty()) {
         return false;
     }
+    countUnits(card.font.size() + card.size.size() + card.text.size());
     const std::size_t number = *waiting.rbegin();
     const std::size_t at = findLastTitleText(segments_[number], card.kind, words_);
     fillArgument(number, at, kFontName, fontNames_, card.fontPlaceholder, card.font);

@@ -61,6 +61,7 @@ public:
 private:
     using Numbers = std::set<std::size_t>; // of segments
 
+    void countUnits(std::size_t units);
     void indexNewText();
     void splitAtWaitingLines(const std::u16string& text);
     void addIndexed(std::u16string_view text);
@@ -73,7 +74,7 @@ private:
     const KeywordTable& words_;
     ConversionReport* report_;
     std::deque<std::u16string> segments_;
-    std::size_t appended_ = 0; // units, before any card was completed
+    std::size_t units_ = 0; // at least those of the text
 
     // Which of the first indexedSegments_ segments hold what.
     std::size_t indexedSegments_ = 0;

@@ -178,7 +178,8 @@ bool TagLines::writeTagText(const TextMap::value_type& entry, std::u16string_vie
         return false;
     }
     scratch_ = text->second;
-    replaceAll(scratch_, u"$1", dropAndTrim(rest, 1, run_.words));
+    const std::array<Filling, 1> fillings{{{u"$1", dropAndTrim(rest, 1, run_.words)}}};
+    fillText(scratch_, fillings);
     body_.append(scratch_);
     if (run_.report != nullptr) {
         run_.report->taken(TakenBy::tag, english);

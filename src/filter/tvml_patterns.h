@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "reading/script_text.h"
 #include "vocabulary/keyword_table.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 
@@ -50,10 +52,16 @@ public:
         return *this;
     }
 
-    // "on" or "off", and ")" behind it.
+    // A value up to the next ")" that is "on" or "off" without its blanks.
     PatternMatch& thenSwitch(bool& on) {
-        on = matched_ && text_.substr(at_).starts_with(u"on");
-        return then(on ? u"on" : u"off").then(u")");
+        // A value with a line feed in it is neither.
+        const std::u16string_view line = rest().substr(0, findUnit(rest(), u'\n'));
+        const std::size_t close = findUnit(line, u')');
+        const std::u16string_view value = trimScriptText(line.substr(0, close), words_);
+        on = value == u"on";
+        matched_ = matched_ && close != kNone && (on || value == u"off");
+        at_ += matched_ ? close : 0;
+        return then(u")");
     }
 
     explicit operator bool() const { return matched_; }

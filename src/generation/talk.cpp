@@ -147,10 +147,14 @@ void sayLine(Run& run, std::u16string_view line, TalkLine& talk) {
     sayCaptionedOrWhole(run, groups, talk);
 }
 
+// So many units of prepared templates a run keeps; a description can make them
+// as long as it likes.
+constexpr std::size_t kPreparedUnits = std::size_t{4} << 20;
+
 // The first six placeholders in the order of filling. What they are filled with
 // seldom changes, so each character's templates are kept with them filled in.
-void prepareTalk(const Variant& variant, char16_t letter, const CharacterModel& model,
-                 const std::u16string& talkSpeed, PreparedTalk& prepared) {
+PreparedTalk prepareTalk(const Variant& variant, char16_t letter, const CharacterModel& model,
+                         const std::u16string& talkSpeed) {
     const std::array<Filling, 6> fillings{{
         {u"$1", letterText(letter)},
         {u"$3", model.lipsync},
@@ -161,7 +165,7 @@ void prepareTalk(const Variant& variant, char16_t letter, const CharacterModel& 
     }};
     std::u16string text = variant.text.text();
     fillText(text, fillings);
-    prepared = {&model, talkSpeed, Template(std::move(text))};
+    return {&model, talkSpeed, Template(std::move(text))};
 }
 
 } // namespace
@@ -179,11 +183,22 @@ const Template* selectTalkTemplate(Run& run, char16_t letter) {
         return nullptr;
     }
     const std::u16string& talkSpeed = run.talkSpeed[Run::slot(letter)];
-    PreparedTalk& prepared = run.preparedTalk[Run::slot(letter)][variant];
-    if (prepared.model != model || prepared.speed != talkSpeed) {
-        prepareTalk(*variant, letter, *model, talkSpeed, prepared);
+    auto& kept = run.preparedTalk[Run::slot(letter)];
+    const auto found = kept.find(variant);
+    if (found != kept.end() && found->second.model == model && found->second.speed == talkSpeed) {
+        return &found->second.text;
     }
-    return &prepared.text;
+    PreparedTalk prepared = prepareTalk(*variant, letter, *model, talkSpeed);
+    run.preparedUnits += prepared.text.text().size();
+    if (run.preparedUnits > kPreparedUnits) {
+        run.preparedUnits -= prepared.text.text().size();
+        run.unkeptTalk = std::move(prepared);
+        return &run.unkeptTalk.text;
+    }
+    PreparedTalk& entry = kept[variant];
+    run.preparedUnits -= entry.text.text().size();
+    entry = std::move(prepared);
+    return &entry.text;
 }
 
 void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view line,

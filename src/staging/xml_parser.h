@@ -31,11 +31,13 @@ public:
     XmlLibrary& operator=(const XmlLibrary&) = delete;
     ~XmlLibrary();
 
-    // True when the library can be used. Tries again after a failure.
+    // True when the library can be used. Throws std::bad_alloc when there is no
+    // memory to start it, and tries again after that; other failures stay.
     bool hold();
 
 private:
     bool held_ = false;
+    void* memory_ = nullptr; // of the library's start, when it happened here
 };
 
 // The place right behind an element's start tag, both numbers from 1.
@@ -60,8 +62,9 @@ class XMLParser {
 public:
     // Parses `length` bytes of UTF-8; null parses nothing. An error in the XML
     // ends the parse silently: the nodes built before it stay. The description
-    // is untrusted: it cannot make the parser open a file or a connection, nor
-    // expand entities without bound.
+    // is untrusted: it cannot make the parser open a file or a connection, and
+    // what would take much more time or memory than its length accounts for (see
+    // the limits in the .cpp) ends the parse like an error. Throws std::bad_alloc.
     XMLParser(const char* bytes, std::uint32_t length, const platform::Platform& platform,
               XmlOptions options = {});
     virtual ~XMLParser();

@@ -62,7 +62,6 @@ bool KeywordTable::load(const platform::Platform& platform) {
 
 bool KeywordTable::loadFrom(const platform::IniFile& file) {
     problem_ = LoadProblem::none;
-    bool changed = false;
     std::array<char16_t, kBufferUnits> buffer;
     for (problemKey_ = 0; problemKey_ < kKeyCount; ++problemKey_) {
         const std::size_t length =
@@ -78,17 +77,18 @@ bool KeywordTable::loadFrom(const platform::IniFile& file) {
         }
         Word& word = words_[problemKey_];
         if (!word.equals(value)) {
+            indexed_ = false; // until indexWords is through, whatever happens
             word.load(value);
-            changed = true;
         }
     }
-    if (changed || !indexed_) {
+    if (!indexed_) {
         indexWords();
     }
     return problem_ == LoadProblem::none;
 }
 
 void KeywordTable::set(Key key, std::u16string_view text) {
+    indexed_ = false;
     words_[key.index()].load(text);
     indexWords();
 }
