@@ -6,10 +6,12 @@
 #
 # Installs what is missing of the cross compiler and its helpers, cross-builds
 # Xerces-C and GoogleTest from Debian's own sources as static libraries, and
-# puts them with the headers of CLI11 and nlohmann-json into one folder, which
-# is kept in the user's cache and reused. The last line of the standard output
-# is that folder, to be given to CMake as CMAKE_PREFIX_PATH together with
-# cmake/win32-toolchain.cmake. All messages go to the standard error.
+# puts them with the headers of CLI11 and nlohmann-json and the licence texts of
+# all that goes into the binaries into one folder, which is kept in the user's
+# cache and reused. The last line of the standard output is that folder, to be
+# given to CMake as CMAKE_PREFIX_PATH together with cmake/win32-toolchain.cmake;
+# the link "current" beside it leads to it, too. All messages go to the standard
+# error.
 #
 #   --wine              also install wine32 (adds the i386 architecture), make a
 #                       Wine prefix, and put bin/run-windows-program into the
@@ -26,7 +28,7 @@
 set -euo pipefail
 
 readonly xerces_version=3.2.4
-readonly recipe=1 # to be raised with any change in how the folder is made
+readonly recipe=2 # to be raised with any change in how the folder is made
 readonly compiler_package=g++-mingw-w64-i686-posix
 readonly packages=("$compiler_package" cmake ninja-build dpkg-dev googletest
                    libcli11-dev nlohmann-json3-dev)
@@ -206,6 +208,22 @@ cross_configure() {
     fail "$name could not be configured for the cross build"
 }
 
+# The texts that must come with the binaries, because what they speak of is
+# linked into them: $1 is the folder to make, $2 Xerces-C's source.
+collect_licences() {
+  local into=$1 from=$2 package name
+  mkdir -p "$into"
+  cp "$from/LICENSE" "$into/xerces-c.txt" && cp "$from/NOTICE" "$into/xerces-c-notice.txt" ||
+    fail "the licence of Xerces-C is not in its source package"
+  for package in libcli11-dev:CLI11 nlohmann-json3-dev:nlohmann-json \
+    gcc-mingw-w64-i686-posix-runtime:gcc-runtime mingw-w64-common:mingw-w64; do
+    name=${package#*:}
+    package=${package%:*}
+    cp "/usr/share/doc/$package/copyright" "$into/$name.txt" ||
+      fail "the licence of $name is not at /usr/share/doc/$package/copyright"
+  done
+}
+
 build_prefix() {
   local stage sources=() part
   new_scratch
@@ -247,6 +265,8 @@ build_prefix() {
       cp -R "/usr/share/cmake/$part" "$stage$prefix/share/cmake/"
     fi
   done
+
+  collect_licences "$stage$prefix/share/licenses" "${sources[0]}"
 
   chmod 755 "$stage$prefix"
   # The rename makes it complete. Another run may have been quicker.
@@ -378,5 +398,6 @@ EOF
 install_missing
 prefix=$cache/prefix-$(folder_key)
 if [ ! -d "$prefix" ]; then build_prefix; fi
+ln -sfnT "$prefix" "$cache/current"
 if [ "$want_wine" -eq 1 ]; then prepare_wine; fi
 printf '%s\n' "$prefix"

@@ -11,7 +11,8 @@ if [ ! -x "$host" ]; then
     echo "$0: no program at $host; build it, or name it: $0 FOLDER/tvmlfilter" >&2
     exit 2
 fi
-for folder in examples/*/; do
-    "$host" convert "${folder}programme.txt" -d "${folder}description.xml" -o "${folder}golden.tvml"
+for script in examples/*/programme.txt; do
+    folder=${script%programme.txt}
+    "$host" convert "$script" -d "${folder}description.xml" -o "${folder}golden.tvml"
 done
 git --no-pager diff --stat -- examples

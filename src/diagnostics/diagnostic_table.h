@@ -38,10 +38,12 @@ struct DiagnosticRow {
 inline constexpr std::u16string_view kExampleDescription =
     u"<staging>\n"
     u"<numofchar>3</numofchar>\n"
-    u"<model_for_char character=\"A\" japanesename=\"スーツ\" englishname=\"suit\" default=\"yes\">\n"
+    u"<model_for_char character=\"A\" japanesename=\"スーツ\" englishname=\"suit\" "
+    u"default=\"yes\">\n"
     u"character: openmodel( name=A, filename=\"suit.bm\" )\n"
     u"</model_for_char>\n"
-    u"<model_for_char character=\"B\" japanesename=\"背広\" englishname=\"blazer\" default=\"yes\">\n"
+    u"<model_for_char character=\"B\" japanesename=\"背広\" englishname=\"blazer\" "
+    u"default=\"yes\">\n"
     u"character: openmodel( name=B, filename=\"blazer.bm\" )\n"
     u"</model_for_char>\n"
     u"<set>\nニューススタジオ::NewsStudio::news.obj\n</set>\n"
@@ -74,13 +76,13 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"S104", Severity::error, u"a separator is missing before \"%1\"; the command is not carried out",
      u"A command and its adverbs stand apart by a comma. Without it, what follows is not read as an adverb.",
      ExampleKind::script, u"Ａ：（bow slow）\n"},
-    DiagnosticRow{"S105", Severity::error, u"a colon is missing before \"%1\"; the command is not carried out",
+    DiagnosticRow{"S105", Severity::error, u"a colon is missing behind the command; it is not carried out",
      u"Commands that name a set, a sound file, a voice or a model have a colon before the name.",
      ExampleKind::script, u"（セット　ニューススタジオ）\n"},
     DiagnosticRow{"S106", Severity::error, u"\"%1\" is no number that the command takes; it is not carried out",
      u"Numbers are written in digits, ASCII or full-width, with one point at most and no zero in front. A wait cannot be negative.",
      ExampleKind::script, u"Ａ：（三歩歩く）\n"},
-    DiagnosticRow{"S107", Severity::error, u"\"%1\" is not followed by \"%2s\"; the command is not carried out",
+    DiagnosticRow{"S107", Severity::error, u"the number lacks its unit \"%1s\"; the command is not carried out",
      u"In English a number has its unit behind it: \"walk 3 steps\", \"turn 90 degrees\", \"wait 2 seconds\".",
      ExampleKind::script, u"Ａ：（walk 3）\n"},
     DiagnosticRow{"S108", Severity::error, u"\"%1\" is no character's letter; the command is not carried out",
@@ -186,7 +188,7 @@ inline constexpr std::array kDiagnosticRows{
      ExampleKind::vocabulary, u"title=題名\n"},
     DiagnosticRow{"V204", Severity::warning, u"\"%1\" is never recognised as \"%2\", since \"%3\" comes before it",
      u"Words are tried in a fixed order, and the first that fits wins. This word equals an earlier one or begins with it.",
-     ExampleKind::vocabulary, u"nod=いやいや\n"},
+     ExampleKind::vocabulary, u"white=黒\n"},
     DiagnosticRow{"V205", Severity::warning, u"the word of \"%1\" holds \"%2\", which scripts use as a letter or digit of their own",
      u"ASCII letters and digits are always read as such. As a separator, bracket, digit or letter form they change the meaning of ordinary text.",
      ExampleKind::vocabulary, u"hyphen=x\n"},
@@ -254,7 +256,7 @@ inline constexpr std::array kDiagnosticRows{
      ExampleKind::description, u"<staging>\n<bowing>\ncharacter: bow( name=$1 )\n</bowing>\n</staging>\n"},
     DiagnosticRow{"D316", Severity::warning, u"<%1> does not stand directly under <staging> and is ignored",
      u"Only children of <staging> are read; inside another element an element also ends that one's text.",
-     ExampleKind::description, u"<staging>\n<gestures>\n<bow>\ncharacter: bow( name=$1 )\n</bow>\n</gestures>\n</staging>\n"},
+     ExampleKind::description, u"<staging>\n<opening>\nwait( time=1 )\n<bow>\ncharacter: bow( name=$1 )\n</bow>\n</opening>\n</staging>\n"},
     DiagnosticRow{"D317", Severity::error, u"the description has no <staging> element; nothing of it is read",
      u"All elements stand under one element named staging, in lower case.",
      ExampleKind::description, u"<Staging>\n<numofchar>2</numofchar>\n</Staging>\n"},
@@ -294,12 +296,15 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"D329", Severity::warning, u"the quotes of this line do not balance",
      u"The TVML of a template goes to the player as it is.",
      ExampleKind::description, u"<staging>\n<ending>\nsound: playfile( filename=\"end.wav )\n</ending>\n</staging>\n"},
-    DiagnosticRow{"D330", Severity::warning, u"<setting> has no line \"skipscript( switch=on )\"; %1",
+    DiagnosticRow{"D330", Severity::warning, u"<setting> has no line \"skipscript( switch=on )\"; the characters' models are not set up",
      u"The models of the characters are set up right behind that line.",
      ExampleKind::description, u"<staging>\n<setting>\nset: change( name=Studio )\n</setting>\n</staging>\n"},
     DiagnosticRow{"D331", Severity::warning, u"scripts cannot use the name \"%1\": %2",
      u"A pose is looked up by what stands before the first separator, without blanks at its ends, and only when no command has that word. A tag name is held against the trimmed line.",
      ExampleKind::description, u"<staging>\n<pose japanesename=\"お辞儀\" englishname=\"deepbow\">\ncharacter: gesture( name=$1 )\n</pose>\n</staging>\n"},
+    DiagnosticRow{"D332", Severity::warning, u"the text of <%1> ends here; what stands behind the %2 is not read",
+     u"An element's text is what stands before its first comment or CDATA section. Write comments before the element, and & and < as references.",
+     ExampleKind::description, u"<staging>\n<ending>\nwait( time=1 )\n<!-- then -->\nsound: stop()\n</ending>\n</staging>\n"},
 
     // ---- F: files and calls
     DiagnosticRow{"F401", Severity::error, u"no vocabulary: the file is missing or has no section [KEYWORD_STRING]",

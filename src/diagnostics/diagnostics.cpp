@@ -29,8 +29,8 @@ bool applyPolicy(const SeverityPolicy& policy, std::vector<Diagnostic>& diagnost
         if (listed(policy.denied, found.code)) {
             found.severity = Severity::error;
         }
-        failed = failed ||
-                 (policy.failureLevel.has_value() && found.severity >= *policy.failureLevel);
+        failed =
+            failed || (policy.failureLevel.has_value() && found.severity >= *policy.failureLevel);
     }
     return failed;
 }

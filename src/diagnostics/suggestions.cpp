@@ -54,6 +54,8 @@ std::u16string foldedText(std::u16string_view text) {
         }
         if (unit >= u'A' && unit <= u'Z') {
             unit = static_cast<char16_t>(unit + 32);
+        } else if (unit >= u'ぁ' && unit <= u'ゖ') {
+            unit = static_cast<char16_t>(unit + (u'ァ' - u'ぁ'));
         }
     }
     return folded;

@@ -19,6 +19,7 @@
 namespace tvml::host {
 namespace {
 
+// Which subcommands have an option, a bit for each.
 using CommandSet = std::uint32_t;
 constexpr CommandSet kConvert = 1U << 0;
 
@@ -54,6 +55,7 @@ constexpr std::array<EncodingRow<OutputEncoding>, 2> kOutputEncodings{{
     {"utf-16le", OutputEncoding::utf16le},
 }};
 
+// The encoding of a name in any case; an error that lists all names otherwise.
 template <const auto& Rows> auto encodingOf(const std::string& name) {
     const std::string lower = CLI::detail::to_lower(name);
     std::string known;
@@ -66,7 +68,8 @@ template <const auto& Rows> auto encodingOf(const std::string& name) {
     throw CLI::ValidationError("the encoding " + name + " is none of " + known);
 }
 
-// How a row's value is read into its member of Options.
+// How a row's value is read into its member of Options. The rows name these
+// functions with their member, so that no row needs code of its own.
 template <auto Member> CLI::Option* text(CLI::App& app, const OptionRow& row, Options& options) {
     return app.add_option(row.names, options.*Member, row.help);
 }
@@ -125,8 +128,8 @@ one. Lines end with LF. A file that exists is replaced when the new one is
 complete, and is left alone when anything fails.
 
 Problems of the script and the description are shown on standard error as
-FILE:LINE:COLUMN: warning: ... and never stop a conversion. --library shows
-none of the run.)";
+FILE:LINE:COLUMN: SEVERITY: ... [CODE]. They never stop a conversion, and the
+exit code stays 0. --library shows none of them.)";
 
 // The first one is run when the arguments name none.
 constexpr std::array<CommandRow, 1> kCommands{{
@@ -135,12 +138,13 @@ constexpr std::array<CommandRow, 1> kCommands{{
 }};
 
 constexpr const char* kFooter = R"(Exit codes:
-  0  done; warnings may have been shown
+  0  done; problems of the script may have been shown
   1  an input could not be read, or the output not be made or written
   2  wrong usage)";
 
 constexpr const char* kVersion = "tvmlfilter " TVMLFILTER_VERSION;
 
+// Help that cannot be written is nothing to exit with an error for.
 void say(platform::OutputStream stream, const std::string& lines) {
     platform::writeStream(stream, lines);
 }
@@ -159,6 +163,8 @@ int answer(const CLI::App& app, const CLI::ParseError& result) {
     return kDone;
 }
 
+// One row of kCommands with its rows of kOptions, in the order of the table,
+// which is that of the help.
 void addCommand(CLI::App& app, const CommandRow& row, Options& options) {
     CLI::App* command = app.add_subcommand(row.name, row.help);
     command->footer(row.footer);
@@ -170,7 +176,8 @@ void addCommand(CLI::App& app, const CommandRow& row, Options& options) {
 }
 
 // Arguments that name no subcommand belong to the first one, so that a script
-// alone is enough.
+// alone is enough. A script that has the name of a subcommand can be given as
+// "./convert".
 std::vector<std::string> withCommand(std::vector<std::string> arguments) {
     static constexpr std::array<std::string_view, 4> kOfProgram{"-h", "--help", "--help-all",
                                                                 "--version"};
@@ -206,6 +213,7 @@ int runCommandLine(const std::vector<std::string>& arguments) {
     } catch (const CLI::ParseError& result) {
         return answer(app, result);
     }
+    // Exactly one was given, or the parse would have failed.
     const std::string name = app.get_subcommands().front()->get_name();
     return std::ranges::find(kCommands, name, &CommandRow::name)->run(options);
 }

@@ -11,6 +11,8 @@
 namespace tvml::host {
 namespace {
 
+// A second passes between two calls now and then; in five pairs of calls it
+// does not each time.
 constexpr int kMostTries = 5;
 
 // A path that leads to the file itself and is not looked for elsewhere.
@@ -33,7 +35,7 @@ std::u16string callLibrary(platform::FilterLibrary::Function convert, const std:
     for (int tries = 0; tries < kMostTries; ++tries) {
         const std::int32_t size = call(nullptr, 0);
         if (size <= 0) {
-            break;
+            break; // a failure of the run, which would fail again
         }
         std::u16string text(static_cast<std::size_t>(size), u'\0');
         const std::int32_t length = call(text.data(), size);
@@ -50,6 +52,7 @@ std::u16string callLibrary(platform::FilterLibrary::Function convert, const std:
 } // namespace
 
 std::u16string convertHere(const ConversionRequest& request, ConversionReport& report) {
+    // What outlives a call in the library is here for one call only.
     XmlLibrary xml;
     xml.hold();
     KeywordTable words;
@@ -63,6 +66,7 @@ std::u16string convertHere(const ConversionRequest& request, ConversionReport& r
     }
 }
 
+// The library is unloaded on the way out, after its last result was copied.
 std::u16string convertWithLibrary(const std::string& file, const ConversionRequest& request) {
     platform::FilterLibrary library;
     if (const platform::Failure failure = library.open(absolutePath(file))) {

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "host/conversion.h"
 #include "host/host_error.h"
@@ -26,15 +27,19 @@ std::string defaultDescription() {
     return system.toUtf8(program.substr(0, separator + 1) + u"default.xml");
 }
 
+// Whether both names lead to one ordinary file. Devices and pipes can well be
+// read and written at once, and a name that leads nowhere yet is no input.
 bool areOneFile(const std::string& first, const std::string& second) {
     std::error_code unknown;
     const auto path = [](const std::string& name) {
         return std::filesystem::path(std::u8string(name.begin(), name.end()));
     };
-    return std::filesystem::equivalent(path(first), path(second), unknown) && !unknown &&
+    return first != kStandardStream &&
+           std::filesystem::equivalent(path(first), path(second), unknown) && !unknown &&
            std::filesystem::is_regular_file(path(first), unknown);
 }
 
+// What can be known to be a mistake before any file is opened.
 void checkUsage(const Options& options) {
     const auto refuse = [](const std::string& text) {
         throw HostError{kWrongUsage, "tvmlfilter: error: " + text};
@@ -54,7 +59,8 @@ void warn(const std::string& lines) {
     platform::writeStream(platform::OutputStream::error, lines);
 }
 
-// Long sentences are cut by units, also between the two of one character.
+// Long sentences are cut by units, also between the two of one character. UTF-8
+// has no form for a half, so something of the script is lost in it.
 void warnOfHalfPairs(const Options& options, std::u16string_view text) {
     const std::size_t half = findHalfPair(text);
     if (options.outputEncoding == OutputEncoding::utf8 && half != std::u16string_view::npos) {
@@ -65,8 +71,23 @@ void warnOfHalfPairs(const Options& options, std::u16string_view text) {
     }
 }
 
+std::u16string convert(const Options& options, const ConversionRequest& request,
+                       SourceNames names) {
+    if (!options.library.empty()) {
+        return convertWithLibrary(options.library, request);
+    }
+    RunReport report(request, std::move(names));
+    std::u16string text = convertHere(request, report.listener());
+    // Before the output is written: a writer whose disk is full still learns
+    // of them.
+    warn(report.text());
+    return text;
+}
+
 } // namespace
 
+// Everything is read and converted before anything is written, so that a
+// failure on the way leaves no half of an output behind.
 int runConvert(const Options& options) {
     checkUsage(options);
     const bool given = !options.description.empty();
@@ -77,12 +98,9 @@ int runConvert(const Options& options) {
         descriptionFile,
         given ? options.descriptionEncoding.value_or(options.encoding) : InputEncoding::detect);
     const ConversionRequest request{script, options.playFrom, options.playTo, description};
-    RunReport report({std::string(inputName(options.script)),
-                      std::string(inputName(descriptionFile)), options.playFrom, options.playTo});
-    const std::u16string text = options.library.empty()
-                                    ? convertHere(request, report.listener())
-                                    : convertWithLibrary(options.library, request);
-    warn(report.text());
+    const std::u16string text =
+        convert(options, request,
+                {std::string(inputName(options.script)), std::string(inputName(descriptionFile))});
     warnOfHalfPairs(options, text);
     writeScript(options.output, text, options.outputEncoding);
     return kDone;

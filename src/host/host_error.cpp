@@ -1,4 +1,5 @@
-// The form of the host's messages. Entry: diagnosticLine.
+// The form of the host's messages, which editors and build tools know from
+// compilers. Entry: diagnosticLine.
 #include "host/host_error.h"
 
 namespace tvml::host {
@@ -6,7 +7,8 @@ namespace tvml::host {
 std::string diagnosticLine(std::string_view file, TextPosition position, std::string_view severity,
                            std::string_view text) {
     std::string line(file);
-    for (const std::size_t number : {position.line, position.column}) {
+    for (const std::uint64_t number : {position.line, position.column}) {
+        // A column without its line says nothing.
         if (number == 0) {
             break;
         }

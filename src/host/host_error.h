@@ -3,7 +3,7 @@
 #ifndef TVML_HOST_HOST_ERROR_H
 #define TVML_HOST_HOST_ERROR_H
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -19,8 +19,8 @@ inline constexpr std::string_view kStandardStream = "-";
 
 // Both count from 1, a column counts characters; 0 when not known.
 struct TextPosition {
-    std::size_t line = 0;
-    std::size_t column = 0;
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
 };
 
 // Ends a command; main() prints it and exits with the code.

@@ -4,33 +4,31 @@
 #ifndef TVML_HOST_RUN_REPORT_H
 #define TVML_HOST_RUN_REPORT_H
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
-#include "filter/report.h"
+#include "filter/conversion_run.h"
 
 namespace tvml::host {
 
-// The names by which messages call the texts, and the lines asked for.
-struct RunSources {
+// The names by which messages call the texts.
+struct SourceNames {
     std::string script;
     std::string description;
-    std::int32_t playFrom = 0;
-    std::int32_t playTo = 0;
 };
 
 class RunReport {
 public:
-    explicit RunReport(RunSources sources);
+    // `request` is what the run will convert.
+    RunReport(const ConversionRequest& request, SourceNames names);
     ~RunReport();
 
     // To be given to one run.
     ConversionReport& listener();
 
-    // UTF-8 lines for standard error, each with its line feed; empty when the
-    // run met no problem.
-    std::string text() const;
+    // UTF-8 lines for standard error, each with its line feed; empty when there
+    // is nothing to say. To be called once, after the run.
+    std::string text();
 
 private:
     class Collector;

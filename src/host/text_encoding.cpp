@@ -3,6 +3,7 @@
 // UTF-16 is decoded here, as it needs no table; the rest is the platform's work.
 #include "host/text_encoding.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/host_services.h"
@@ -13,6 +14,8 @@ namespace {
 
 constexpr char16_t kByteOrderMark = u'\uFEFF';
 
+// A character outside the basic plane takes two units, each of a range of its
+// own.
 bool isFirstHalf(char16_t unit) {
     return (unit & 0xFC00) == 0xD800;
 }
@@ -21,11 +24,13 @@ bool isSecondHalf(char16_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
 
+// From bytes, not by a copy of memory: the file's byte order is its own.
 char16_t unitOf(char low, char high) {
     return static_cast<char16_t>(static_cast<unsigned char>(low) |
                                  (static_cast<unsigned char>(high) << 8));
 }
 
+// An odd byte at the end is half a unit that got lost.
 DecodedText decodeUtf16(std::string_view bytes, InputEncoding encoding) {
     const std::size_t low = encoding == InputEncoding::utf16le ? 0 : 1;
     DecodedText result{std::u16string(bytes.size() / 2, u'\0'), encoding, std::nullopt};
@@ -42,6 +47,7 @@ DecodedText decodeUtf16(std::string_view bytes, InputEncoding encoding) {
     return result;
 }
 
+// As one encoding and no other.
 DecodedText decodeAs(std::string_view bytes, InputEncoding encoding) {
     switch (encoding) {
     case InputEncoding::utf16le:
@@ -56,6 +62,36 @@ DecodedText decodeAs(std::string_view bytes, InputEncoding encoding) {
     }
 }
 
+// Bytes of the character that this byte begins; 0 when it begins none.
+std::size_t utf8Length(char lead) {
+    const auto byte = static_cast<unsigned char>(lead);
+    if (byte < 0x80) {
+        return 1;
+    }
+    return byte < 0xC2 || byte > 0xF4 ? 0 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+}
+
+// Whether bytes that are not all UTF-8 are so with some damage. Japanese
+// characters take three bytes there, a sequence that code page 932 seldom has;
+// two bytes could as well be two half-width letters of that.
+bool isDamagedUtf8(std::string_view bytes) {
+    std::size_t characters = 0;
+    std::size_t damage = 0;
+    while (!bytes.empty()) {
+        const std::size_t length = utf8Length(bytes.front());
+        std::size_t taken = 1;
+        while (taken < std::min(length, bytes.size()) && (bytes[taken] & 0xC0) == 0x80) {
+            ++taken;
+        }
+        characters += taken == length && length > 2 ? 1 : 0;
+        damage += taken != length ? 1 : 0;
+        bytes.remove_prefix(taken);
+    }
+    return characters > damage;
+}
+
+// A mark decides alone. A file that has one and does not decode is damaged, and
+// to take it for another encoding would make nonsense of all of it.
 DecodedText decodeDetected(std::string_view bytes) {
     if (bytes.starts_with("\xFF\xFE")) {
         return decodeAs(bytes, InputEncoding::utf16le);
@@ -63,13 +99,12 @@ DecodedText decodeDetected(std::string_view bytes) {
     if (bytes.starts_with("\xFE\xFF")) {
         return decodeAs(bytes, InputEncoding::utf16be);
     }
+    // Strict decoding finds out: a text of another encoding hardly ever passes.
     DecodedText unicode = decodeAs(bytes, InputEncoding::utf8);
-    if (!unicode.badOffset || bytes.starts_with("\xEF\xBB\xBF")) {
+    if (!unicode.badOffset || bytes.starts_with("\xEF\xBB\xBF") || isDamagedUtf8(bytes)) {
         return unicode;
     }
-    // Japanese text in code page 932 is hardly ever well-formed UTF-8.
-    DecodedText japanese = decodeAs(bytes, InputEncoding::cp932);
-    return !japanese.badOffset || *japanese.badOffset > *unicode.badOffset ? japanese : unicode;
+    return decodeAs(bytes, InputEncoding::cp932);
 }
 
 } // namespace
@@ -77,6 +112,7 @@ DecodedText decodeDetected(std::string_view bytes) {
 DecodedText decodeText(std::string_view bytes, InputEncoding encoding) {
     DecodedText result =
         encoding == InputEncoding::detect ? decodeDetected(bytes) : decodeAs(bytes, encoding);
+    // In whatever encoding it came: the filter would take it for a letter.
     if (result.text.starts_with(kByteOrderMark)) {
         result.text.erase(0, 1);
     }
@@ -106,7 +142,7 @@ std::string encodeText(std::u16string_view text, OutputEncoding encoding) {
         bytes += static_cast<char>(unit & 0xFF);
         bytes += static_cast<char>(unit >> 8);
     };
-    append(kByteOrderMark);
+    append(kByteOrderMark); // without it no reader can know the encoding
     for (const char16_t unit : text) {
         append(unit);
     }

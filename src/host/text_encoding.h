@@ -22,8 +22,7 @@ struct DecodedText {
 };
 
 // Detection: the encoding that a byte order mark tells; without one UTF-8 when
-// all bytes are UTF-8, else code page 932. When neither fits, the result is
-// that of the encoding that got further.
+// all bytes, or nearly all, are UTF-8; else code page 932.
 DecodedText decodeText(std::string_view bytes, InputEncoding encoding);
 
 // As messages show it, such as "UTF-8".

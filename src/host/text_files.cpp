@@ -10,6 +10,8 @@
 namespace tvml::host {
 namespace {
 
+// The whole file at once: nothing may be written before all of it is known to
+// decode.
 std::string readBytes(const std::string& file) {
     std::string bytes;
     const platform::Failure failure = file == kStandardStream ? platform::readStandardInput(bytes)
@@ -21,26 +23,28 @@ std::string readBytes(const std::string& file) {
     return bytes;
 }
 
+// What to say of the first bytes that do not decode. What helps depends on how
+// the encoding was chosen: by the user, by detection from the bytes, or by
+// detection with most of the text agreeing.
 std::string undecodableText(const DecodedText& decoded, InputEncoding wanted,
                             std::string_view bytes) {
     const std::size_t offset = *decoded.badOffset;
     std::array<char, 80> where{};
-    std::snprintf(where.data(), where.size(), "the byte 0x%02X at offset %zu is ",
+    std::snprintf(where.data(), where.size(), "the byte 0x%02X at offset %zu does not decode as ",
                   static_cast<unsigned>(static_cast<unsigned char>(bytes[offset])), offset);
-    const bool marked = decoded.encoding == InputEncoding::utf16le ||
-                        decoded.encoding == InputEncoding::utf16be ||
-                        bytes.starts_with("\xEF\xBB\xBF");
-    std::string text(where.data());
-    if (wanted == InputEncoding::detect && !marked) {
-        return text + "neither UTF-8 nor CP932 (Shift_JIS); save the file as UTF-8, or name its "
-                      "encoding with --encoding";
+    const std::string text = where.data() + std::string(encodingName(decoded.encoding));
+    if (wanted != InputEncoding::detect) {
+        return text + "; leave the encoding to be detected, or name the right one";
     }
-    text.append("not ").append(encodingName(decoded.encoding)).append("; ");
-    return text + (wanted == InputEncoding::detect
-                       ? "the byte order mark promises it, so save the file anew"
-                       : "leave the encoding to be detected, or name the right one");
+    if (decoded.encoding == InputEncoding::cp932) {
+        return text + ", nor is the file UTF-8; save it as UTF-8, or name its encoding with "
+                      "--encoding";
+    }
+    return text + ", as the text before it does; mend this place or save the file anew";
 }
 
+// The filter knows the line feed alone as the end of a line; a carriage return
+// before it would be spoken. One that stands alone is left to the text.
 void turnLineEnds(std::u16string& text) {
     std::size_t kept = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -51,9 +55,9 @@ void turnLineEnds(std::u16string& text) {
     text.resize(kept);
 }
 
-// `encodingOption` sets the file's encoding on the command line.
 std::u16string readText(const std::string& file, InputEncoding encoding) {
     const std::string bytes = readBytes(file);
+    // What was decoded before the bad bytes tells their line and column.
     DecodedText decoded = decodeText(bytes, encoding);
     if (decoded.badOffset) {
         throw inputOrOutputError(inputName(file), positionIn(decoded.text, decoded.text.size()),
@@ -70,6 +74,8 @@ std::u16string readText(const std::string& file, InputEncoding encoding) {
     return std::move(decoded.text);
 }
 
+// Blanks are allowed in front of the document, so the declaration's place can
+// stay and all positions with it.
 void blankXmlDeclaration(std::u16string& description) {
     constexpr std::u16string_view kBlanks = u" \t\n\r";
     constexpr std::u16string_view kOpen = u"<?xml";
@@ -101,6 +107,7 @@ std::u16string readDescription(const std::string& file, InputEncoding encoding) 
 }
 
 void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding) {
+    // All bytes are made before the file is touched, for lack of memory, too.
     const std::string bytes = encodeText(text, encoding);
     const platform::Failure failure =
         file == kStandardStream ? platform::writeStream(platform::OutputStream::output, bytes)

@@ -1,4 +1,7 @@
 // The command-line host's services on POSIX systems: all of host_services.h.
+//
+// The system's calls are used as they are rather than the streams of C++, which
+// do not say why something failed.
 #include "platform/host_services.h"
 
 #include "platform/decoding.h"
@@ -23,6 +26,8 @@
 namespace tvml::platform {
 namespace {
 
+// What the last call that failed said. To be asked for at once, before another
+// call changes it.
 Failure systemFailure() {
     return std::string(std::strerror(errno));
 }
@@ -48,6 +53,7 @@ Failure readAll(int descriptor, std::string& bytes) {
     }
 }
 
+// A call may write less than it was given, into a pipe above all.
 Failure writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
@@ -66,6 +72,8 @@ Failure closeAfter(int descriptor, Failure before) {
     return before || closed ? before : systemFailure();
 }
 
+// For what cannot be replaced, such as a device: its old content, if it has
+// any, is not the host's to keep.
 Failure writeInPlace(const std::string& path, std::string_view bytes) {
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
     if (descriptor < 0) {
@@ -74,6 +82,7 @@ Failure writeInPlace(const std::string& path, std::string_view bytes) {
     return closeAfter(descriptor, writeAll(descriptor, bytes));
 }
 
+// The rights that the system would give a new file; a temporary one gets fewer.
 mode_t modeOfNewFiles() {
     const mode_t mask = ::umask(0); // can only be read by setting it
     ::umask(mask);
@@ -99,6 +108,8 @@ std::string followLinks(const std::string& path) {
     return real != nullptr ? std::string(real.get()) : path;
 }
 
+// The renaming is the one step in which the old file gives way, so that nobody
+// ever finds half a file under the name.
 Failure replaceOrdinaryFile(const std::string& path, std::string_view bytes, mode_t mode) {
     // In the same folder, because only there one step can move it.
     std::string temporary = path + ".XXXXXX";
@@ -116,6 +127,8 @@ Failure replaceOrdinaryFile(const std::string& path, std::string_view bytes, mod
     return failure;
 }
 
+// The decoder says only that something is wrong. Called after it did, so that
+// texts in order are looked at once.
 std::size_t firstIllFormedUtf8(std::string_view bytes) {
     const auto* const units = reinterpret_cast<const std::uint8_t*>(bytes.data());
     std::size_t start = 0;
@@ -155,6 +168,9 @@ std::size_t heldBytes(UConverter* converter) {
     return U_SUCCESS(status) ? static_cast<std::size_t>(count) : 0;
 }
 
+// The table is the one by which settings files are read, so that a word means
+// the same in both. Without it nothing decodes: a script half read would be
+// worse than none.
 Decoding decodeCodePage932(std::string_view bytes) {
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<UConverter, decltype(&ucnv_close)> converter(
@@ -174,6 +190,7 @@ Decoding decodeCodePage932(std::string_view bytes) {
     for (char16_t& unit : result.text) {
         unit = asciiControl(unit);
     }
+    // The converter has read on into the bytes that it could not use.
     if (U_FAILURE(status)) {
         result.badOffset =
             static_cast<std::size_t>(source - bytes.data()) - heldBytes(converter.get());
@@ -216,6 +233,7 @@ Failure replaceFile(const std::string& path, std::string_view bytes) {
     if (!S_ISREG(status.st_mode)) {
         return writeInPlace(file, bytes);
     }
+    // Renaming asks for the folder's rights only; the file's own are meant.
     if (::access(file.c_str(), W_OK) != 0) {
         return systemFailure();
     }
@@ -240,6 +258,8 @@ FilterLibrary::~FilterLibrary() {
 }
 
 Failure FilterLibrary::open(const std::string& path) {
+    // All symbols at once: one that lacks should be told here, not end the
+    // program in the middle of a call.
     handle_ = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* const symbol = handle_ != nullptr ? ::dlsym(handle_, "fil_process") : nullptr;
     if (symbol == nullptr) {

@@ -1,4 +1,7 @@
 // The command-line host's services on Windows: all of host_services.h.
+//
+// The wide forms of the system's calls throughout: the others cannot name every
+// file. wchar_t is known here and goes no further.
 #include "platform/host_services.h"
 
 #include <algorithm>
@@ -28,6 +31,7 @@ int systemLength(std::size_t length) {
     return static_cast<int>(length);
 }
 
+// Texts that go to the system; what is no UTF-8 becomes U+FFFD there.
 std::wstring toWide(std::string_view utf8) {
     std::wstring wide(utf8.size(), L'\0');
     const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), systemLength(utf8.size()),
@@ -36,6 +40,7 @@ std::wstring toWide(std::string_view utf8) {
     return wide;
 }
 
+// A unit takes up to three bytes.
 std::string toNarrow(std::wstring_view wide) {
     std::string utf8(wide.size() * 3, '\0');
     const int length =
@@ -45,19 +50,21 @@ std::string toNarrow(std::wstring_view wide) {
     return utf8;
 }
 
+// What the last call that failed said, in the user's language, without the line
+// end and the stop that the system writes after it.
 Failure systemFailure() {
     std::array<wchar_t, 512> text;
     const DWORD error = GetLastError();
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
                                   nullptr, error, 0, text.data(), text.size(), nullptr);
     while (length > 0 &&
-           std::wstring_view(L"\r\n .").find(text[length - 1]) != std::wstring::npos) {
+           std::wstring_view(L"\r\n .\u3002").find(text[length - 1]) != std::wstring::npos) {
         --length;
     }
     return length > 0 ? toNarrow({text.data(), length}) : "system error " + std::to_string(error);
 }
 
-// An open file, or none.
+// An open file, or none. Closed early where a later step wants the file free.
 class Handle {
 public:
     explicit Handle(HANDLE value) : value_(value) {}
@@ -98,6 +105,7 @@ Failure readAll(HANDLE handle, std::string& bytes) {
     }
 }
 
+// In pieces: some devices refuse a large write that they could do in parts.
 Failure writeAll(HANDLE handle, std::string_view bytes) {
     constexpr std::size_t kPiece = std::size_t{1} << 20;
     while (!bytes.empty()) {
@@ -127,6 +135,8 @@ Failure writeConsole(HANDLE console, std::string_view bytes) {
     return std::nullopt;
 }
 
+// The bytes are on the disk before the file gets its name: a machine that stops
+// must not leave an empty file in the old one's place.
 Failure writeNewFile(const std::wstring& path, std::string_view bytes) {
     Handle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -148,6 +158,8 @@ std::wstring followLinks(HANDLE file, const std::wstring& path) {
     return real.empty() ? path : real;
 }
 
+// The renaming is the one step in which the old file gives way. It fails, and
+// the old file stays, when that is write-protected or open elsewhere.
 Failure replaceOrdinaryFile(const std::wstring& path, std::string_view bytes) {
     // In the same folder, because only there one step can move it.
     const std::wstring temporary = path + L"." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
@@ -162,6 +174,7 @@ Failure replaceOrdinaryFile(const std::wstring& path, std::string_view bytes) {
     return failure;
 }
 
+// All or nothing: the system gives no text at all when some bytes are wrong.
 Decoding decodeStrictly(std::string_view bytes, UINT page) {
     if (bytes.empty()) {
         return {};
@@ -190,7 +203,8 @@ std::size_t characterLength(unsigned char first, UINT page) {
     return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
 }
 
-// The system says that bytes do not decode but not where.
+// The system says that bytes do not decode but not where, so this decodes one
+// character after the other until one fails.
 std::size_t firstUndecodable(std::string_view bytes, UINT page) {
     std::size_t at = 0;
     while (at < bytes.size()) {

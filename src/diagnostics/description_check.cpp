@@ -1,0 +1,565 @@
+// What a description has wrong. Entries: checkDescription, elementPlaces.
+//
+// The description is read twice: by the reader that conversions use, whose log
+// and tables tell what counts, and element by element for what the reader has
+// no reason to look at, such as names that it does not know.
+#include <algorithm>
+#include <array>
+#include <map>
+
+#include "diagnostics/description_elements.h"
+#include "diagnostics/suggestions.h"
+#include "reading/command_recognition.h"
+#include "reading/script_text.h"
+
+namespace tvml {
+namespace {
+
+// The reader puts this line before a description.
+constexpr std::u16string_view kXmlPrefix = u"<?xml version='1.0' encoding='UTF-8'?>\n";
+
+// How far up an ignored element is looked for, so that its children are not
+// told again.
+constexpr unsigned kLevels = 4;
+constexpr std::size_t kIgnoredNames = 8;
+
+std::unique_ptr<XMLParser> parse(std::u16string_view description,
+                                 const platform::Platform& platform) {
+    const std::string bytes = platform.toUtf8(std::u16string(kXmlPrefix).append(description));
+    return std::make_unique<XMLParser>(bytes.data(), static_cast<std::uint32_t>(bytes.size()),
+                                       platform, XmlOptions{true});
+}
+
+std::u16string_view upToTerminator(std::u16string_view text) {
+    return text.substr(0, text.find(u'\0'));
+}
+
+bool isBlankText(std::u16string_view text) {
+    return text.find_first_not_of(u" \t\r\n") == kNone;
+}
+
+template <typename Names>
+std::vector<std::u16string> closestOf(std::u16string_view given, const Names& names) {
+    ClosestNames closest(given);
+    for (const auto& name : names) {
+        closest.offer(name);
+    }
+    return closest.take();
+}
+
+class DescriptionCheck {
+public:
+    DescriptionCheck(std::u16string_view description, const KeywordTable& words,
+                     const platform::Platform& platform)
+        : checks_(words, upToTerminator(description)), platform_(platform), commands_(words),
+          cut_(checks_.source.text().size() < description.size()) {}
+
+    std::vector<Diagnostic> run() {
+        if (isBlankText(checks_.source.text()) && !cut_) {
+            return {};
+        }
+        checks_.lastCharacter =
+            DescriptionReader(checks_.words, platform_, staging_, templates_, log_)
+                .readFilDescription(checks_.source.text(), {true, &positions_});
+        walk();
+        tellLog();
+        if (!broken_) {
+            checkReach();
+        }
+        if (cut_) {
+            const std::u16string_view text = checks_.source.text();
+            checks_.add("F403", text.substr(text.size()));
+        }
+        sortByPlace(checks_.found);
+        return std::move(checks_.found);
+    }
+
+private:
+    const KeywordTable& words() const { return checks_.words; }
+
+    std::u16string_view tagOf(std::size_t number) const {
+        return number == 0 || number > positions_.size() ? std::u16string_view{}
+                                                         : tagAt(positions_[number - 1]);
+    }
+    std::u16string_view tagAt(XmlPosition position) const {
+        return checks_.source.tagEndingAt(checks_.source.offsetOf(position));
+    }
+
+    // ---- the walk over the elements
+
+    void walk() {
+        const auto xml = parse(checks_.source.text(), platform_);
+        while (xml->nextNode()) {
+            if (xml->nodeKind() == NodeKind::element) {
+                visit(*xml);
+            }
+        }
+        broken_ = xml->error().has_value();
+        if (!stagingSeen_ && !broken_) {
+            checks_.add("D317", tagOf(1)).suggestions =
+                closestOf(rootName_, std::array{std::u16string_view(u"staging")});
+        }
+    }
+
+    void visit(const XMLParser& xml) {
+        const std::u16string_view name = xml.elementName();
+        ++elements_;
+        if (rootName_.empty()) {
+            rootName_ = name;
+        }
+        if (xml.matchElement(u"staging", 1)) {
+            visitElement(xml, name);
+        } else if (name == u"staging") {
+            stagingSeen_ = true;
+        } else if (stagingSeen_ && !isIgnored(xml)) {
+            checks_.add("D316", tagOf(xml.elementNumber()), {name}).suggestions =
+                meaningOf(name).kind == ElementKind::unknown ? closestOf(name, elementNames())
+                                                             : std::vector<std::u16string>{};
+            ignore(name);
+        }
+    }
+
+    bool isIgnored(const XMLParser& xml) const {
+        for (unsigned level = 1; level <= kLevels; ++level) {
+            for (const std::u16string& name : ignored_) {
+                if (xml.matchElement(name, level)) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+
+    void ignore(std::u16string_view name) {
+        if (ignored_.size() == kIgnoredNames) {
+            ignored_.erase(ignored_.begin());
+        }
+        ignored_.emplace_back(name);
+    }
+
+    void visitElement(const XMLParser& xml, std::u16string_view name) {
+        ElementFacts element;
+        element.name = name;
+        element.meaning = meaningOf(name);
+        element.tag = tagOf(xml.elementNumber());
+        element.body = bodyOf(element);
+        if (element.meaning.kind == ElementKind::unknown) {
+            ignore(name); // the reader's log tells about it
+            return;
+        }
+        const auto text = xml.elementText();
+        if (text.has_value()) {
+            element.text = std::u16string(*text);
+        }
+        if (element.meaning.kind == ElementKind::number && numberTag_.data() == nullptr) {
+            numberTag_ = element.tag;
+        }
+        checkAttributes(element);
+        checkElement(element);
+    }
+
+    std::u16string_view bodyOf(const ElementFacts& element) const {
+        if (element.tag.empty() || element.tag.ends_with(u"/>")) {
+            return element.tag.substr(element.tag.size());
+        }
+        const std::u16string_view text = checks_.source.text();
+        const std::size_t start =
+            static_cast<std::size_t>(element.tag.data() - text.data()) + element.tag.size();
+        const std::size_t end = text.find(std::u16string(u"</").append(element.name), start);
+        return text.substr(start, std::min(end, text.size()) - start);
+    }
+
+    void checkAttributes(const ElementFacts& element) {
+        const auto known = attributesOf(element.meaning.kind);
+        for (const std::u16string_view name : attributeNames(element.tag)) {
+            if (std::find(known.begin(), known.end(), name) == known.end() &&
+                !name.starts_with(u"xml")) {
+                checks_.add("D319", name, {name, element.name}).suggestions =
+                    closestOf(name, known);
+            }
+        }
+    }
+
+    void checkElement(const ElementFacts& element) {
+        const ElementKind kind = element.meaning.kind;
+        const bool hasText =
+            element.text.has_value() && !trimScriptText(*element.text, words()).empty();
+        if (!hasText) {
+            return;
+        }
+        switch (kind) {
+        case ElementKind::number:
+        case ElementKind::set:
+            break;
+        case ElementKind::switching:
+            checkSwitch(element);
+            break;
+        default:
+            checkTemplate(checks_, element);
+            break;
+        }
+        if (kind == ElementKind::twoshot) {
+            checkPair(element);
+        } else if (kind == ElementKind::model) {
+            checkModel(element);
+        } else if (kind == ElementKind::pose || kind == ElementKind::tag) {
+            checkNames(element);
+        }
+        checkReplaced(element);
+    }
+
+    void checkSwitch(const ElementFacts& element) {
+        const std::u16string_view text = trimScriptText(*element.text, words());
+        if (text != u"toggle" && text != u"random") {
+            checks_.add("D320", placeInBody(element, text), {text, u"random"}).suggestions =
+                closestOf(text, std::array{std::u16string_view(u"toggle"),
+                                           std::u16string_view(u"random")});
+        }
+    }
+
+    // A shot of two that belongs to one letter belongs to all pairs.
+    void checkPair(const ElementFacts& element) {
+        const std::u16string_view first = trimScriptText(element.attribute(u"character1"), words());
+        const std::u16string_view second =
+            trimScriptText(element.attribute(u"character2"), words());
+        const bool one = first.empty() != second.empty();
+        const bool same = !first.empty() &&
+                          characterLetterOf(first, words()) == characterLetterOf(second, words());
+        if (one || same) {
+            checks_.add("D320", first.empty() ? second : first,
+                        {first.empty() ? second : first, u"all pairs"});
+        }
+    }
+
+    void checkModel(const ElementFacts& element) {
+        const std::u16string_view preferred = element.attribute(u"default");
+        const std::u16string_view choice = trimScriptText(preferred, words());
+        if (!choice.empty() && choice != u"yes" && choice != u"no") {
+            checks_.add("D320", preferred, {choice, u"no"}).suggestions = closestOf(
+                choice, std::array{std::u16string_view(u"yes"), std::u16string_view(u"no")});
+        }
+        const std::u16string_view given = element.attribute(u"character");
+        const std::u16string_view letter =
+            characterLetterOf(trimScriptText(given, words()), words());
+        if (letter.empty() && !given.empty()) {
+            checks_.add("D320", given, {given, u"A"});
+        } else if (!letter.empty() && letter.front() > checks_.lastCharacter) {
+            checks_.add("D326", given, {programmeText()});
+        }
+    }
+
+    // Names that no line of a script can match.
+    void checkNames(const ElementFacts& element) {
+        for (const std::u16string_view attribute : {u"japanesename", u"englishname"}) {
+            const std::u16string_view name = element.attribute(attribute);
+            if (name.empty()) {
+                continue;
+            }
+            const bool isPose = element.meaning.kind == ElementKind::pose;
+            const std::u16string_view trimmed = trimScriptText(name, words());
+            if (trimmed.size() != name.size() && (isPose || words().isBlank(name.front()))) {
+                checks_.add("D331", name, {name, u"it has blanks at its ends"});
+            } else if (isPose && findSeparator(name, words()) != kNone) {
+                checks_.add("D331", name, {name, u"it holds a separator"});
+            } else if (isPose && attribute == u"japanesename") {
+                checkPoseWord(element, name);
+            }
+        }
+    }
+
+    // A pose whose word is a command's is looked up by that command's name.
+    void checkPoseWord(const ElementFacts& element, std::u16string_view name) {
+        std::u16string phrase(name);
+        const Recognition recognition = recognizeCommand(phrase, words(), {}, commands_);
+        if (recognition.row != nullptr && phrase != element.attribute(u"englishname")) {
+            checks_.add("D331", name, {name, u"it is the word of a command"});
+        }
+    }
+
+    // ---- elements that take the place of others
+
+    void checkReplaced(const ElementFacts& element) {
+        const auto nameOf = [&](std::u16string_view attribute) {
+            return std::u16string(element.attribute(attribute));
+        };
+        const std::u16string key = std::u16string(element.name) + u'\n';
+        switch (element.meaning.kind) {
+        case ElementKind::number:
+        case ElementKind::plain:
+        case ElementKind::switching:
+            return replace(key, element);
+        case ElementKind::model: {
+            const std::u16string letter = nameOf(u"character");
+            if (!replaceIsTold(key + letter + u"\nja\n" + nameOf(u"japanesename"), element)) {
+                replace(key + letter + u"\nen\n" + nameOf(u"englishname"), element);
+            }
+            return;
+        }
+        case ElementKind::pose:
+            return replace(key + nameOf(u"englishname") + u'\n' + nameOf(u"character"), element);
+        default:
+            return;
+        }
+    }
+
+    bool replaceIsTold(const std::u16string& key, const ElementFacts& element) {
+        const std::int32_t line =
+            element.tag.empty() ? 0 : checks_.source.rangeOf(element.tag).line;
+        const auto [earlier, isFirst] = firstLines_.try_emplace(key, line);
+        if (!isFirst) {
+            checks_.add("D324", element.tag, {element.name, decimalText(earlier->second)});
+            earlier->second = line;
+        }
+        return !isFirst;
+    }
+    void replace(const std::u16string& key, const ElementFacts& element) {
+        replaceIsTold(key, element);
+    }
+
+    // ---- the reader's log
+
+    void tellLog() {
+        for (const DiagnosticLog::Entry& entry : log_.entries()) {
+            tellEntry(entry);
+        }
+    }
+
+    void tellEntry(const DiagnosticLog::Entry& entry) {
+        using enum DescriptionProblem;
+        const std::u16string_view tag = tagAt(entry.position);
+        const std::u16string_view name = entry.element == u"model"
+                                             ? std::u16string_view(u"model_for_char")
+                                             : std::u16string_view(entry.element);
+        switch (entry.problem) {
+        case noNumber:
+            checks_.add("D301", tag);
+            return;
+        case badNumber:
+            checks_.add("D302", behind(tag, name), {name});
+            return;
+        case noText:
+            checks_.add(lacksNames(tag, name) ? Code("D309") : Code("D303"), tag, {name});
+            return;
+        case isEmpty:
+            checks_.add("D304", tag, {name});
+            return;
+        case titleAttributesMissing:
+            checks_.add("D305", tag);
+            return;
+        case titleAttributesInvalid:
+            checks_.add("D306", tag);
+            return;
+        case modelAttributesMissing:
+            checks_.add("D307", tag);
+            return;
+        case modelAttributesInvalid:
+            checks_.add("D308", tag);
+            return;
+        case setLineSkipped:
+            checks_.add("D310", behind(tag, name), {name});
+            return;
+        case setNameTaken:
+            checks_.add("D311", repeatedIn(tag, name), {name});
+            return;
+        case tagNameTaken:
+            checks_.add("D312", attributeWith(tag, name), {name});
+            return;
+        case characterReplaced:
+            tellReplacedCharacter(tag, name);
+            return;
+        case unknownElement:
+            checks_.add("D315", tag, {name}).suggestions = closestOf(name, elementNames());
+            return;
+        case xmlError:
+            tellXmlError(entry);
+            return;
+        case notRegistered: // no text that comes so far is refused
+        case sharedTalkNotRegistered:
+            return;
+        }
+    }
+
+    // A pose or tag without its names is logged as one without text.
+    bool lacksNames(std::u16string_view tag, std::u16string_view name) const {
+        const ElementKind kind = meaningOf(name).kind;
+        return (kind == ElementKind::pose || kind == ElementKind::tag) &&
+               (attributeSource(tag, u"japanesename").empty() ||
+                attributeSource(tag, u"englishname").empty());
+    }
+
+    void tellReplacedCharacter(std::u16string_view tag, std::u16string_view value) {
+        const bool early = numberTag_.data() == nullptr || tag.data() < numberTag_.data();
+        checks_.add(early ? Code("D314") : Code("D313"), attributeWith(tag, value), {value});
+    }
+
+    void tellXmlError(const DiagnosticLog::Entry& entry) {
+        const std::u16string count = decimalText(static_cast<std::int32_t>(elements_));
+        const std::size_t at = checks_.source.offsetOf(entry.position);
+        const std::u16string_view text = checks_.source.text();
+        checks_.add("D318", at == kNone ? text.substr(text.size()) : text.substr(at, 1),
+                    {entry.element, count});
+    }
+
+    // A text behind a start tag, else the tag.
+    std::u16string_view behind(std::u16string_view tag, std::u16string_view text) {
+        const std::u16string_view whole = checks_.source.text();
+        const std::size_t start =
+            tag.empty() ? whole.size()
+                        : static_cast<std::size_t>(tag.data() - whole.data()) + tag.size();
+        const std::size_t at = --searchesLeft_ >= 0 ? whole.find(text, start) : kNone;
+        return at == kNone ? tag : whole.substr(at, text.size());
+    }
+
+    // A set name that is taken: the n-th complaint is about its n-th repetition.
+    std::u16string_view repeatedIn(std::u16string_view tag, std::u16string_view name) {
+        const auto [earlier, isNew] =
+            repeated_.try_emplace(std::u16string(name), std::u16string_view{});
+        std::u16string_view place = isNew ? behind(tag, name) : earlier->second;
+        place = behind(place, name);
+        earlier->second = place;
+        return place;
+    }
+
+    // The attribute of a tag that has this value, else the tag.
+    std::u16string_view attributeWith(std::u16string_view tag, std::u16string_view value) const {
+        for (const std::u16string_view name : attributeNames(tag)) {
+            const std::u16string_view source = attributeSource(tag, name);
+            if (trimScriptText(source, words()) == trimScriptText(value, words()) &&
+                !source.empty()) {
+                return source;
+            }
+        }
+        return tag;
+    }
+
+    // ---- what a script can reach
+
+    std::u16string programmeText() const {
+        return checks_.lastCharacter == u'A'
+                   ? std::u16string(u"A alone")
+                   : std::u16string(u"A to ").append(letterText(checks_.lastCharacter));
+    }
+
+    void checkReach() {
+        for (std::size_t i = 0; i < kCharacterElements.size(); ++i) {
+            checkCharacterVariants(i);
+        }
+        checkPairVariants();
+        checkModels();
+    }
+
+    void tellUnreached(std::u16string_view name, const VariantList* variants,
+                       std::u16string_view reason) {
+        for (std::size_t number = 1; variants != nullptr && number <= variants->size(); ++number) {
+            const std::size_t element = variants->variant(number).element;
+            if (element != 0) { // built-in ones are nobody's fault
+                checks_.add("D325", tagOf(element), {name, reason});
+            }
+        }
+    }
+
+    void checkCharacterVariants(std::size_t index) {
+        const TemplateCollection& collection = templates_.characters[index];
+        const std::u16string_view name = kCharacterElements[index].name;
+        const char16_t last = checks_.lastCharacter;
+        std::u16string_view everywhere;
+        if (index == indexOf(CharacterElement::lookatfellow) && last != u'B') {
+            everywhere = u"only programmes of two characters have this command";
+        } else if (index == indexOf(CharacterElement::lookatn) && last == u'A') {
+            everywhere = u"the programme has one character";
+        }
+        bool allOwn = true;
+        for (char16_t letter = u'A'; letter <= u'Z'; ++letter) {
+            const VariantList* variants = collection.variantsOf(letter);
+            allOwn = allOwn && (letter > last || variants != nullptr);
+            if (!everywhere.empty() || letter > last) {
+                tellUnreached(name, variants,
+                              everywhere.empty() ? u"the programme has fewer characters"
+                                                 : everywhere);
+            }
+        }
+        if (allOwn || !everywhere.empty()) {
+            tellUnreached(name, collection.variantsOf(sharedKey),
+                          everywhere.empty() ? u"every character has variants of its own"
+                                             : everywhere);
+        }
+    }
+
+    void checkPairVariants() {
+        const char16_t last = checks_.lastCharacter;
+        const VariantList* shared =
+            templates_.twoshot.variantsOf(std::u16string_view(&sharedKey, 1));
+        bool allOwn = true;
+        for (char16_t first = u'A'; first <= last; ++first) {
+            for (char16_t second = static_cast<char16_t>(first + 1); second <= last; ++second) {
+                allOwn = allOwn &&
+                         templates_.twoshot.variantsOf(std::u16string{first, second}) != nullptr;
+            }
+        }
+        if (allOwn) {
+            tellUnreached(kTwoshotElement, shared,
+                          last == u'A' ? u"the programme has one character"
+                                       : u"every pair has variants of its own");
+        }
+    }
+
+    void checkModels() {
+        if (staging_.currentModel.empty()) {
+            return;
+        }
+        for (char16_t letter = u'A'; letter <= checks_.lastCharacter; ++letter) {
+            if (!staging_.currentModel.contains(letter)) {
+                checks_.add("D327", numberTag_, {letterText(letter)});
+            }
+        }
+    }
+
+    DescriptionChecks checks_;
+    const platform::Platform& platform_;
+    CommandIndex commands_;
+    const bool cut_; // at a terminator
+    StagingDescription staging_;
+    TemplateDb templates_;
+    DiagnosticLog log_;
+    std::vector<XmlPosition> positions_;
+    std::size_t elements_ = 0;
+    bool stagingSeen_ = false;
+    bool broken_ = false;
+    int searchesLeft_ = 2000; // keeps a list of nothing but mistakes fast
+    std::u16string rootName_;
+    std::vector<std::u16string> ignored_; // names of elements whose content is not read
+    std::u16string_view numberTag_;       // of the first <numofchar>
+    std::map<std::u16string, std::int32_t> firstLines_;
+    std::map<std::u16string, std::u16string_view> repeated_;
+};
+
+} // namespace
+
+std::vector<Diagnostic> checkDescription(std::u16string_view description, const KeywordTable& words,
+                                         const platform::Platform& platform) {
+    return DescriptionCheck(description, words, platform).run();
+}
+
+std::vector<ElementPlace> elementPlaces(std::u16string_view description,
+                                        const platform::Platform& platform) {
+    const DescriptionSource source(upToTerminator(description));
+    const auto xml = parse(source.text(), platform);
+    std::vector<ElementPlace> places;
+    while (xml->nextNode()) {
+        if (xml->nodeKind() != NodeKind::element) {
+            continue;
+        }
+        ElementPlace place{std::u16string(xml->elementName()), 0, 0};
+        const std::u16string_view tag =
+            source.tagEndingAt(source.offsetOf(xml->positions()[xml->elementNumber() - 1]));
+        if (!tag.empty()) {
+            const TextRange range = source.rangeOf(tag);
+            place.line = range.line;
+            place.column = range.start + 1;
+        }
+        places.push_back(std::move(place));
+    }
+    return places;
+}
+
+} // namespace tvml

@@ -1,0 +1,179 @@
+// Showing diagnostics to people and to programs. Entries: TextRenderer,
+// renderJson, explanationOf.
+#include <algorithm>
+#include <array>
+
+#include <nlohmann/json.hpp>
+
+#include "diagnostics/diagnostics.h"
+#include "diagnostics/text_width.h"
+
+namespace tvml {
+namespace {
+
+constexpr int kJsonVersion = 1;
+
+// A longer line is shown around its range only.
+constexpr std::size_t kShownBefore = 60;
+constexpr std::size_t kShownUnits = 120;
+
+struct Colours {
+    std::string_view severity;
+    std::string_view strong;
+    std::string_view mark;
+    std::string_view end;
+};
+
+constexpr std::string_view kEnd = "\x1b[0m";
+constexpr std::array<Colours, 3> kColours{{
+    {"\x1b[1;36m", "\x1b[1m", "\x1b[1;32m", kEnd}, // note
+    {"\x1b[1;35m", "\x1b[1m", "\x1b[1;32m", kEnd}, // warning
+    {"\x1b[1;31m", "\x1b[1m", "\x1b[1;32m", kEnd}, // error
+}};
+
+std::string_view sourceName(SourceKind kind) {
+    static constexpr std::array<std::string_view, 3> kNames{"script", "description", "vocabulary"};
+    return kNames[static_cast<std::size_t>(kind)];
+}
+
+bool isControl(char16_t unit) {
+    return (unit < 0x20 && unit != u'\t') || (unit >= 0x7F && unit < 0xA0);
+}
+
+// A text for the terminal: a script's control characters must not work there.
+std::u16string harmless(std::u16string_view text) {
+    std::u16string result(text);
+    for (char16_t& unit : result) {
+        unit = isControl(unit) ? u'\xFFFD' : unit;
+    }
+    return result;
+}
+
+std::vector<std::size_t> lineStartsOf(std::u16string_view text) {
+    std::vector<std::size_t> starts{0};
+    for (std::size_t at = text.find(u'\n'); at != text.npos; at = text.find(u'\n', at + 1)) {
+        starts.push_back(at + 1);
+    }
+    return starts;
+}
+
+// The columns that the range takes, blanks in front of it included. Tabs are
+// kept, so that they have the width that the terminal gives them.
+std::string caretLine(std::u16string_view before, std::u16string_view range) {
+    std::string caret;
+    for (std::size_t i = 0; i < before.size();) {
+        const std::size_t units = unitsOfCharacter(before, i);
+        caret += before[i] == u'\t' ? std::string("\t")
+                                    : std::string(columnsOf(before.substr(i, units)), ' ');
+        i += units;
+    }
+    const std::size_t columns = std::max<std::size_t>(columnsOf(range), 1);
+    return caret + "^" + std::string(columns - 1, '~');
+}
+
+// What of a line is shown: all of it, or the part around a range.
+struct Excerpt {
+    std::u16string before;
+    std::u16string range;
+    std::u16string after;
+};
+
+Excerpt excerptOf(std::u16string_view line, std::size_t start, std::size_t units) {
+    start = std::min(start, line.size());
+    units = std::min(units, line.size() - start);
+    std::u16string_view before = line.substr(0, start);
+    std::u16string_view range = line.substr(start, units);
+    std::u16string_view after = line.substr(start + units);
+    std::u16string ellipsis;
+    if (line.size() > kShownUnits) {
+        ellipsis = before.size() > kShownBefore ? u"…" : u"";
+        before = before.substr(before.size() - std::min(before.size(), kShownBefore));
+        range = range.substr(0, kShownUnits);
+        after = after.substr(0, kShownUnits - std::min(kShownUnits, range.size()));
+    }
+    return {ellipsis + harmless(before), harmless(range), harmless(after)};
+}
+
+std::string place(const Diagnostic& found, const std::string& file) {
+    return found.line == 0
+               ? file
+               : file + ":" + std::to_string(found.line) + ":" + std::to_string(found.column);
+}
+
+} // namespace
+
+struct TextRenderer::Lines {
+    std::array<std::vector<std::size_t>, 3> starts; // by source, filled when asked for
+
+    std::u16string_view line(SourceKind kind, std::u16string_view text, std::int32_t number) {
+        std::vector<std::size_t>& known = starts[static_cast<std::size_t>(kind)];
+        if (known.empty()) {
+            known = lineStartsOf(text);
+        }
+        const auto index = static_cast<std::size_t>(number) - 1;
+        if (number < 1 || index >= known.size()) {
+            return {};
+        }
+        const std::size_t end = index + 1 < known.size() ? known[index + 1] - 1 : text.size();
+        return text.substr(known[index], end - known[index]);
+    }
+};
+
+TextRenderer::TextRenderer(const Sources& sources, const platform::Platform& platform,
+                           bool coloured)
+    : sources_(sources), platform_(platform), coloured_(coloured),
+      lines_(std::make_unique<Lines>()) {}
+
+TextRenderer::~TextRenderer() = default;
+
+std::string TextRenderer::render(const Diagnostic& found) const {
+    const Colours colours =
+        coloured_ ? kColours[static_cast<std::size_t>(found.severity)] : Colours{};
+    const SourceText& source = sources_.of(found.source);
+    const auto utf8 = [this](std::u16string_view text) { return platform_.toUtf8(harmless(text)); };
+    std::string text;
+    text.append(colours.strong).append(place(found, source.name)).append(": ").append(colours.end);
+    text.append(colours.severity).append(severityName(found.severity)).append(": ");
+    text.append(colours.end).append(colours.strong).append(utf8(found.message));
+    text.append(colours.end).append(" [").append(found.code.row().code).append("]\n");
+    if (found.line > 0) {
+        const Excerpt shown = excerptOf(lines_->line(found.source, source.text, found.line),
+                                        found.column - 1, found.units);
+        text.append("  ").append(utf8(shown.before + shown.range + shown.after)).append("\n  ");
+        text.append(colours.mark).append(caretLine(shown.before, shown.range));
+        text.append(colours.end).append("\n");
+    }
+    std::string_view lead = "  did you mean: ";
+    for (const std::u16string& suggestion : found.suggestions) {
+        text.append(lead).append(utf8(suggestion));
+        lead = " / ";
+    }
+    return found.suggestions.empty() ? text : text + "\n";
+}
+
+std::string renderJson(const Diagnostic& found, const Sources& sources,
+                       const platform::Platform& platform) {
+    nlohmann::ordered_json object;
+    object["version"] = kJsonVersion;
+    object["code"] = found.code.row().code;
+    object["severity"] = severityName(found.severity);
+    object["source"] = sourceName(found.source);
+    object["file"] = sources.of(found.source).name;
+    object["line"] = nullptr;
+    object["column"] = nullptr;
+    object["endColumn"] = nullptr;
+    if (found.line > 0) {
+        object["line"] = found.line;
+        object["column"] = found.column;
+        object["endColumn"] = found.column + found.units;
+    }
+    object["message"] = platform.toUtf8(found.message);
+    object["suggestions"] = nlohmann::ordered_json::array();
+    for (const std::u16string& suggestion : found.suggestions) {
+        object["suggestions"].push_back(platform.toUtf8(suggestion));
+    }
+    // A file name may be no UTF-8.
+    return object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+} // namespace tvml

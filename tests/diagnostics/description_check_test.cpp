@@ -1,0 +1,97 @@
+// Descriptions and what is said about them, beyond the table's examples.
+#include <gtest/gtest.h>
+
+#include "diagnostics/checking.h"
+
+namespace tvml {
+namespace {
+
+struct Row {
+    std::u16string_view elements; // between <staging> on line 1 and its end tag
+    std::string_view told;
+};
+
+std::string toldOf(std::u16string_view elements) {
+    return checkedDescription(
+        std::u16string(u"<staging>\n").append(elements).append(u"\n</staging>\n"));
+}
+
+TEST(DescriptionCheck, Elements) {
+    constexpr Row kRows[] = {
+        // Places inside tags, attributes over several lines, references.
+        {u"<numofchar>2</numofchar>\n<bow\n character='Z'>b( $1 )</bow>", "4:13 D313 [Z]"},
+        {u"<bow Character='A'>b( $1 )</bow>", "2:6 D319 [Character]"},
+        {u"<closeup>c( $1, &lt;$4&gt; )</closeup>", "2:21 D321 [$4]"},
+        {u"<title titlefont_ja='a' titlefont_en='a' subtitlefont_ja='a' subtitlefont_en='a'>"
+         u"drawing: settext( name=TITLETEXT1, text=\"$TITLE\" )</title>",
+         "2:1 D323 [<title titlefont_ja='a' titlefont_en='a' subtitlefont_ja='a' "
+         "subtitlefont_en='a'>]"},
+        {u"<tag japanesename='あ' englishname='a'>x( $1, $2 )</tag>", "2:46 D321 [$2]"},
+        {u"<super>super: on( text=\"$9\", y=$10 )</super>", ""},
+        {u"<talk>t( $1, \"$2\" )</talk>\n<talk>t( \"$2\" )</talk>", "3:1 D322 [<talk>]"},
+        {u"<twoshot character1='A'>t( $1, $2 )</twoshot>", "2:22 D320 [A]"},
+        {u"<pose japanesename=' 礼' englishname='rei'>p( $1 )</pose>", "2:21 D331 [ 礼]"},
+        {u"<pose japanesename='礼' englishname='a,b'>p( $1 )</pose>", "2:37 D331 [a,b]"},
+        {u"<pose japanesename='お辞儀' englishname='bow'>p( $1 )</pose>", ""},
+        {u"<pose japanesename='礼'>p( $1 )</pose>", "2:1 D309 [<pose japanesename='礼'>]"},
+        {u"<set>\n体育館::Gym::gym.obj\n講堂::Gym::hall.obj\n</set>", "4:5 D311 [Gym]"},
+        {u"<bow>b( $1 )<b/> more</bow>", "2:13 D316 [<b/>]"},
+        {u"<bow><![CDATA[b( $1 )]]></bow>", "2:1 D303 [<bow>]"},
+        {u"<opening>\n// half ( a \"remark\nok( 1 )\n</opening>", ""},
+        {u"<opening>\nlong( a=1,\n b=2 )\n</opening>", ""},
+        {u"<opening>\nok( 1 )\nbad( 1 ))\n</opening>", "4:1 D328 [bad( 1 ))]"},
+        {u"<night>n()</night>\n<night></night>", "3:1 D303 [<night>]"},
+        {u"<fallbackward_switch>　</fallbackward_switch>", "2:1 D304 [<fallbackward_switch>]"},
+    };
+    for (const Row& row : kRows) {
+        EXPECT_EQ(toldOf(row.elements), row.told) << utf8(row.elements);
+    }
+}
+
+TEST(DescriptionCheck, ReachDependsOnTheNumberOfCharacters) {
+    const auto programme = [](std::u16string_view number, std::u16string_view elements) {
+        return std::u16string(u"<numofchar>")
+            .append(number)
+            .append(u"</numofchar>")
+            .append(elements);
+    };
+    const std::u16string pairs = u"<twoshot>t( $1, $2 )</twoshot><lookatfellow>l( $1, $2 )"
+                                 u"</lookatfellow><lookatn>l( $1, $2 )</lookatn>";
+    EXPECT_EQ(toldOf(programme(u"1", pairs)),
+              "2:25 D325 [<twoshot>]; 2:55 D325 [<lookatfellow>]; 2:95 D325 [<lookatn>]");
+    EXPECT_EQ(toldOf(programme(u"2", pairs)), "");
+    EXPECT_EQ(toldOf(programme(u"3", pairs)), "2:55 D325 [<lookatfellow>]");
+    EXPECT_EQ(toldOf(programme(u"2", u"<twoshot character1='B' character2='a'>t()</twoshot>"
+                                     u"<twoshot>t( $1, $2 )</twoshot>")),
+              "2:77 D325 [<twoshot>]");
+}
+
+TEST(DescriptionCheck, BrokenAndForeignTexts) {
+    struct {
+        std::u16string_view description;
+        std::string_view told;
+    } const rows[] = {
+        {u"no xml", "1:1 D318 [n]"},
+        {u"<?xml version='1.0'?><staging/>", "1:7 D318 [v]"},
+        {u"<filter><staging><bow>b( $1 )</bow></staging><bow/></filter>", "1:46 D316 [<bow/>]"},
+        {u"<a><bow/></a>", "1:1 D317 [<a>]"},
+        {u"<staging><bow>b( $1 )</bow>", "1:28 D318 []"},
+        // Elements of an entity are not read, and have no place of their own.
+        {u"<!DOCTYPE s [<!ENTITY e '<bow/>'>]>\n<staging>&e;</staging>", "0:0 D316"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(checkedDescription(row.description), row.told) << utf8(row.description);
+    }
+}
+
+TEST(DescriptionCheck, ElementPlacesFollowTheirNumbers) {
+    const std::vector<ElementPlace> places = elementPlaces(
+        u"<staging>\n<numofchar>1</numofchar>\n  <bow\n>b</bow></staging>", platform::system());
+    ASSERT_EQ(places.size(), 3u);
+    EXPECT_EQ(places[2].name, u"bow");
+    EXPECT_EQ(places[2].line, 3);
+    EXPECT_EQ(places[2].column, 3u);
+}
+
+} // namespace
+} // namespace tvml

@@ -1,0 +1,156 @@
+// Script lines and what is said about them, beyond a writer's single slips.
+#include <gtest/gtest.h>
+
+#include "diagnostics/checking.h"
+#include "diagnostics/suggestions.h"
+
+namespace tvml {
+namespace {
+
+struct Row {
+    std::u16string_view script;
+    std::string_view told;
+    std::string_view suggestions; // of the first diagnostic
+};
+
+void expectTold(const Row& row, const Programme& programme = {}) {
+    const std::vector<Diagnostic> found = foundInScript(row.script, programme);
+    EXPECT_EQ(summary(found, row.script), row.told) << utf8(row.script);
+    std::string suggestions;
+    for (const std::u16string& one :
+         found.empty() ? std::vector<std::u16string>{} : found[0].suggestions) {
+        suggestions += (suggestions.empty() ? "" : ", ") + utf8(one);
+    }
+    EXPECT_EQ(suggestions, row.suggestions) << utf8(row.script);
+}
+
+TEST(ScriptCheck, Commands) {
+    constexpr Row kRows[] = {
+        {u"A: (bwo)\n", "1:5 S101 [bwo]", "bow"},
+        {u"A: (Bow)\n", "1:5 S101 [Bow]", "bow"},
+        {u"A: (wlak 3 steps)\n", "1:5 S101 [wlak 3 steps]", "walk 3 steps"},
+        {u"(upshot fo A)\n", "1:2 S101 [upshot fo A]", "upshot of A"},
+        {u"A: (speak slowly)\n", "1:5 S101 [speak slowly]", "speak slow"},
+        {u"Ａ：（深くお辞儀する）\n", "1:4 S101 [深くお辞儀する]", "お辞儀"},
+        {u"（ばんさい）\n", "1:2 S101 [ばんさい]", "ばんざい"},
+        {u"（全く違うことば）\n", "1:2 S101 [全く違うことば]", ""},
+        {u"（）\n", "1:2 S101 []", ""},
+        {u"A: (bow slowly)\n", "1:9 S104 [slowly]", "slow"},
+        {u"Ａ：（とても速くお辞儀）\n", "1:9 S104 [お辞儀]", "お辞儀、とても速く"},
+        // Two slips of one line are told both, one slip once.
+        {u"Ａ：（お時儀、ゆっくり）\n", "1:4 S101 [お時儀]; 1:8 S102 [ゆっくり]", "お辞儀"},
+        {u"（夜、ゆっくり）\n", "1:4 S102 [ゆっくり]", ""},
+        {u"Ａ：（うん、、速く）\n", "1:7 S103 [、]", ""},
+        {u"A: (walk 3 paces)\n", "1:12 S107 [paces]", ""},
+        {u"A: (turn left)\n", "1:10 S106 [left]", ""},
+        {u"(wait -3 seconds)\n", "1:7 S106 [-3]", ""},
+        {u"(twoshot of AD, slow)\n", "1:14 S109 [D]", ""},
+        {u"A: (look at D)\n", "1:13 S109 [D]; 1:13 S111 [D]", ""},
+        {u"A: (look at fellow)\n", "1:5 S112 [look at fellow]", ""},
+        {u"（ツーショット、遅く）\n", "1:2 S112 [ツーショット]", ""},
+        {u"Ｃ：（座る）\nＣ：はい。\n", "1:1 S113 [Ｃ：（座る）]", ""},
+        {u"Ｄ：（お辞儀）\n", "1:1 S110 [Ｄ]", ""},
+        {u"（セット：）\n", "1:6 S114 []", ""},
+        {u"Ａ：（サウンドファイル：a、b.wav）\n", "1:15 S102 [b.wav]", ""},
+        {u"\t Ａ ： （ お辞義 、遅く ）　\n", "1:9 S101 [お辞義]", "お辞儀"},
+    };
+    for (const Row& row : kRows) {
+        expectTold(row);
+    }
+}
+
+TEST(ScriptCheck, TalkAndTags) {
+    constexpr Row kRows[] = {
+        {u"Ａ：ありがとう（お辞儀）\n", "1:8 S126 [（お辞儀）]", ""},
+        {u"Ａ：こんにちは（同時に）\n", "1:8 S122 [（同時に）]", "同時"},
+        {u"A: hello (Caption: x)\n", "1:10 S122 [(Caption: x)]", "caption:"},
+        {u"A: say \"hi\" (captoin: x)\n", "1:13 S122 [(captoin: x)]", "caption:"},
+        {u"Title: news\n", "1:1 S118 [Title]", "title"},
+        {u"たいとる：ニュース\n", "1:1 S118 [たいとる]", "タイトル"},
+        {u"flsah: news\n", "1:1 S118 [flsah]", "flash"},
+        {u"B hello\n", "1:1 S119 [B]", ""},
+        {u"super:hello (RED)\n", "1:14 S121 [RED]", "red"},
+        {u"Ａ：（お辞儀）。\n", "1:3 S126 [（お辞儀）]", ""},
+        {u"Ａ：（うん）はい（字幕：はい）\n", "1:3 S126 [（うん）]", ""},
+        {u"タイトル：a\nタイトル：b\nサブタイトル：c\n", "1:1 S134 [タイトル：a]", ""},
+        {u"サブタイトル：a\nタイトル：b\n", "", ""},
+    };
+    for (const Row& row : kRows) {
+        expectTold(row);
+    }
+}
+
+TEST(ScriptCheck, GoodSpeechIsLeftAlone) {
+    constexpr std::u16string_view kGood = u"Ａ：（笑）そうですね。\n"
+                                          u"Ａ：あすの最高気温は三十度（昼）です。\n"
+                                          u"Ａ：明日は晴れ（夜）\n"
+                                          u"Ａ：セットの話（セットの話です）\n"
+                                          u"Ａ：「はい。」\n"
+                                          u"Ａ：「こんにちは」と言う（笑）（字幕：ご挨拶）\n"
+                                          u"Ａ：（苦笑）はい（字幕：はい）\n"
+                                          u"Ａさんは元気です。\n"
+                                          u"A hello from nobody.\n"
+                                          u"I think so.\n"
+                                          u"時刻は10:30です。\n"
+                                          u"see http://example.org\n"
+                                          u"タイトルは何ですか。\n"
+                                          u"titles are fine.\n"
+                                          u"スーパー：お祭り（土）\n"
+                                          u"スーパー：開店（税込）\n"
+                                          u"Ａ：一、二（三）、四（五）。\n"
+                                          u"(wait)\n";
+    EXPECT_EQ(checkedScript(kGood), "");
+}
+
+TEST(ScriptCheck, PlayedLines) {
+    constexpr std::u16string_view kScript = u"Ａ：はい。\nＢ：はい。\n";
+    struct {
+        std::int32_t from;
+        std::int32_t to;
+        std::string_view told;
+    } const rows[] = {
+        {0, 0, ""},         {1, 2, ""},         {2, 3, ""},
+        {3, 2, "0:0 F404"}, {1, 4, "0:0 F404"}, {-1, 0, "0:0 F404"},
+    };
+    for (const auto& row : rows) {
+        Programme programme;
+        programme.playFrom = row.from;
+        programme.playTo = row.to;
+        EXPECT_EQ(checkedScript(kScript, programme), row.told) << row.from << " to " << row.to;
+    }
+}
+
+// A script of nothing but mistakes and hostile lines ends in good time, with
+// every range inside its line.
+TEST(ScriptCheck, BadTextsAreBounded) {
+    std::u16string script;
+    for (const std::u16string_view line :
+         {u"（", u"）", u"（（（（", u"（）", u"Ａ：", u"：", u"（：", u"\"（\"", u"（、）"}) {
+        script.append(line).append(u"\n");
+    }
+    script.append(20000, u'（').append(u"\n（").append(20000, u'あ').append(u"）\n");
+    for (int i = 0; i < 3000; ++i) {
+        script.append(u"（お辞義、早く）\n");
+    }
+    EXPECT_EQ(checkedScript(script).find("outside"), std::string::npos);
+}
+
+TEST(Suggestions, EditDistance) {
+    struct {
+        std::u16string_view a;
+        std::u16string_view b;
+        std::size_t limit;
+        std::size_t distance;
+    } const rows[] = {
+        {u"", u"", 0, 0},         {u"bow", u"bow", 2, 0},    {u"bow", u"bwo", 2, 1},
+        {u"bow", u"bo", 2, 1},    {u"bow", u"boww", 2, 1},   {u"bow", u"cow", 2, 1},
+        {u"abcd", u"badc", 3, 2}, {u"bow", u"nodnod", 2, 3}, {u"abc", u"xyz", 1, 2},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(editDistance(row.a, row.b, row.limit), row.distance) << utf8(row.b);
+        EXPECT_EQ(editDistance(row.b, row.a, row.limit), row.distance) << utf8(row.b);
+    }
+}
+
+} // namespace
+} // namespace tvml

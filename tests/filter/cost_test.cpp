@@ -1,0 +1,213 @@
+// Cost grows with the script, not faster. The core of this program is compiled
+// with a call in front of every basic block, and units that are moved or copied
+// count by their bytes: what is compared is work, not time.
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <functional>
+
+#include "support/studio.h"
+
+namespace {
+std::uint64_t work = 0;
+} // namespace
+
+extern "C" {
+void __sanitizer_cov_trace_pc();
+void* __real_memmove(void* to, const void* from, std::size_t size);
+void* __real_memcpy(void* to, const void* from, std::size_t size);
+void* __wrap_memmove(void* to, const void* from, std::size_t size);
+void* __wrap_memcpy(void* to, const void* from, std::size_t size);
+
+void __sanitizer_cov_trace_pc() {
+    ++work;
+}
+void* __wrap_memmove(void* to, const void* from, std::size_t size) {
+    work += size / 16;
+    return __real_memmove(to, from, size);
+}
+void* __wrap_memcpy(void* to, const void* from, std::size_t size) {
+    work += size / 16;
+    return __real_memcpy(to, from, size);
+}
+}
+
+namespace tvml {
+namespace {
+
+constexpr std::size_t kFew = 1'000;
+constexpr std::size_t kMany = 20'000;
+constexpr double kMostGrowth = 1.3;
+
+// Of a long line the output grows in one buffer, whose doublings count unevenly;
+// what is quadratic grows twentyfold.
+constexpr double kMostGrowthOfALine = 2.0;
+
+using Make = std::function<std::u16string(std::size_t count)>;
+
+std::uint64_t workOf(const std::u16string& script, const std::u16string& description) {
+    static platform::MemoryPlatform memory;
+    memory.files[u"/host/keyword.ini"] = iniText(shippedWords());
+    static KeywordTable words;
+    static TvmlIniMirvol settings(memory);
+    words.load(memory);
+    const std::uint64_t before = work;
+    ConversionRun(words, settings, memory).convert({script, 0, 0, description});
+    return work - before;
+}
+
+void expectLinear(const std::string& name, const std::u16string& description, const Make& make,
+                  double mostGrowth = kMostGrowth) {
+    const std::uint64_t nothing = workOf(u"", description);
+    const auto perItem = [&](std::size_t count) {
+        return static_cast<double>(workOf(make(count), description) - nothing) /
+               static_cast<double>(count);
+    };
+    const double few = perItem(kFew);
+    EXPECT_GT(few, 1.0) << name << " costs nothing: nobody counts";
+    EXPECT_LT(perItem(kMany), few * mostGrowth) << name;
+}
+
+Make lines(std::u16string_view text) {
+    return [item = expand(text) + u'\n'](std::size_t count) {
+        std::u16string script;
+        for (std::size_t i = 0; i < count; ++i) {
+            script += item;
+        }
+        return script;
+    };
+}
+
+TEST(Cost, GrowsWithTheNumberOfLines) {
+    const std::u16string card = u"<title titlefont_ja='a' titlefont_en='b' subtitlefont_ja='c' "
+                                u"subtitlefont_en='d'>drawing:settext(name=TITLETEXT";
+    const std::u16string description =
+        u"<staging>" + std::u16string(kTwoCharacters) + card +
+        u" font name='$2' size='$3' $TITLE\ndrawing:settext(name=TITLETEXT font name='$4' "
+        u"size='$5' "
+        u"$SUBTITLE</title><opening>skipscript(switch=off)</opening></staging>";
+    const std::u16string_view rows[] = {
+        u"Ａ：今日は、いい天気です。明日も、そうでしょう。（同時）",
+        u"B: Good morning, all. Here is the news (caption: News)",
+        u"title: One|subtitle: Two",
+        u"title: One",
+        u"subtitle: One|",
+        u"title: $SUBTITLE|subtitle:$TITLE",
+        u"mainimage: a.png",
+        u"super: Hello (red)",
+        u"subimage: a.png|(hide picture)",
+        u"tvml: drawing: settext( name=TITLETEXT, text=$TITLE )",
+        u"tvml: drawing: openbase( name=MAINIMAGEBASE|mainimage: a.png",
+        u"tvml: drawing: settext( name=TITLETEXT, $TITLE|title: a|subtitle: b",
+        u"tvml: $TITLE drawing|title: a|subtitle: b",
+        u"tvml: font name size|title: a|subtitle: b",
+        u"（お辞儀、遅く）|(upshot of B)|（３秒待つ）|B:(look at A, fast)|(set: x)|(dance)",
+        u"(character: Taro)|(sit)|(auto gesture)|（喜）|(soundfile: a.wav, slow)|(voicetype: man)",
+        u"",
+    };
+    for (const std::u16string_view row : rows) {
+        expectLinear(shown(row), description, lines(row));
+    }
+    const std::u16string bareCard =
+        u"<staging>" + card +
+        u" $TITLE\ndrawing:settext(name=TITLETEXT $SUBTITLE</title></staging>";
+    expectLinear("card without arguments", bareCard, lines(u"title: One|subtitle: Two"));
+    expectLinear("cards far apart", bareCard, lines(u"title: One|title: One|subtitle: Two"));
+    expectLinear("built-in card", u"<staging/>", lines(u"title: One|subtitle: Two"));
+}
+
+// One line, long by repetition of a part between a head and a tail.
+TEST(Cost, GrowsWithTheLengthOfALine) {
+    const struct {
+        std::u16string_view head;
+        std::u16string_view part;
+        std::u16string_view tail;
+    } rows[] = {
+        {u"", u"(", u""},
+        {u"(", u"(", u")"},
+        {u"", u")", u""},
+        {u"x", u"（", u"）"},
+        {u"", u"()", u""},
+        {u"", u"(caption ", u")"},
+        {u"(", u"（字幕 ", u")"},
+        {u"", u"、", u""},
+        {u"あ", u",", u""},
+        {u"", u"a, ", u""},
+        {u"", u"a,", u"b"},
+        {u"", u".' ", u""},
+        {u"", u"。」", u""},
+        {u"", u"。", u""},
+        {u"", u"　", u"x"},
+        {u"", u" x", u" "},
+        {u"(bow", u",fast", u")"},
+        {u"(bow", u",", u")"},
+        {u"(bow,", u" ", u", fast)"},
+        {u"(soundfile:x", u",slow", u",x)"},
+        {u"(soundfile:x", u",", u",slow)"},
+        {u"(soundfile:x", u"((", u"))"},
+        {u"(soundfile:x", u"(字幕x", u")"},
+        {u"(soundfile:x", u", ", u")"},
+        {u"(walk ", u"1", u" steps)"},
+        {u"", u"歩歩く", u""},
+        {u"(", u"3歩", u"歩く)"},
+        {u"super:", u"(", u")"},
+        {u"super:", u" (red)", u""},
+        {u"title:", u"$TITLE", u""},
+        {u"title:", u"drawing", u"\nsubtitle:x"},
+        {u"tvml:", u"drawing:settext(name=TITLETEXT ", u""},
+        {u"tvml:", u"drawing:settext(name=TITLETEXT ", u"$TITLE"},
+        {u"tvml:", u"$TITLE", u"\ntitle:x\nsubtitle:y"},
+        {u"subimage:", u"$3", u""},
+        {u"(set:", u"、", u"x)"},
+        {u"(look at", u" ", u"A)"},
+        {u"Hi (caption: ", u"$2", u")"},
+    };
+    const std::u16string description =
+        u"<staging>" + std::u16string(kTwoCharacters) + u"</staging>";
+    for (const auto& row : rows) {
+        expectLinear(
+            shown(row.head) + shown(row.part) + "..." + shown(row.tail), description,
+            [&](std::size_t count) {
+                std::u16string line(row.head);
+                for (std::size_t i = 0; i < count; ++i) {
+                    line += row.part;
+                }
+                return line.append(row.tail);
+            },
+            kMostGrowthOfALine);
+    }
+}
+
+TEST(Cost, GrowsWithTheDescription) {
+    const struct {
+        std::u16string_view element;
+        std::u16string_view line;
+    } rows[] = {
+        {u"<tag japanesename='x#' englishname='y#'>t</tag>", u"x#：a"},
+        {u"<pose japanesename='p#' englishname='q#'>t</pose>", u"(p#)"},
+        {u"<bow>b#</bow>", u"(bow)"},
+        {u"<opening>set:openmodel character:autogesture(name=A skipscript(</opening>", u""},
+    };
+    for (const auto& row : rows) {
+        const auto numbered = [](std::u16string_view text, std::size_t count) {
+            std::u16string all;
+            for (std::size_t i = 0; i < count; ++i) {
+                const std::string number = std::to_string(100'000 + i);
+                for (const char16_t unit : text) {
+                    unit == u'#' ? all.append(number.begin(), number.end()) : all += unit;
+                }
+                all += u'\n';
+            }
+            return all;
+        };
+        const auto perItem = [&](std::size_t count) {
+            const std::u16string description = u"<staging>" + numbered(row.element, count);
+            return static_cast<double>(workOf(numbered(row.line, count), description)) /
+                   static_cast<double>(count);
+        };
+        EXPECT_LT(perItem(kMany), perItem(kFew) * kMostGrowth) << shown(row.element);
+    }
+}
+
+} // namespace
+} // namespace tvml
