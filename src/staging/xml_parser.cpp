@@ -202,7 +202,8 @@ private:
     void addAttribute(const xml::XMLAttr& attribute) {
         addName(attribute.getPrefix());
         addName(attribute.getName());
-        if (attribute.getURIId() == getScanner()->getXMLNSNamespaceId()) {
+        if (xml::XMLString::equals(attribute.getPrefix(), xml::XMLUni::fgXMLNSString) ||
+            xml::XMLString::equals(attribute.getName(), xml::XMLUni::fgXMLNSString)) {
             addName(attribute.getValue());
         }
         if (!attribute.getSpecified()) {
