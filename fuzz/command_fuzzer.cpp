@@ -1,5 +1,4 @@
-// Recognition of commands, adverbs and numbers. Fields: vocabulary entries, a
-// pose's name, phrase.
+// Recognition of commands. Fields: vocabulary entries, name of a pose, phrase.
 #include <algorithm>
 
 #include "fuzz_input.h"
@@ -13,19 +12,13 @@ using namespace tvml;
 constexpr std::u16string_view kEnglishPose = u"pose";
 
 bool takes(const CommandRow& row, const Word& word, std::u16string_view head) {
-    switch (row.match) {
-    case Match::equals:
-        return word.equals(head);
-    case Match::starts:
-        return word.starts(head);
-    case Match::letter:
-        return word.findIn(head) == 1;
-    case Match::twoLetters:
-        return word.findIn(head) == 2;
-    case Match::number:
-        return word.findIn(head) != kNone;
-    }
-    return false;
+    const std::size_t at = word.findIn(head);
+    const std::size_t letters = row.match == Match::letter       ? 1
+                                : row.match == Match::twoLetters ? 2
+                                                                 : 0;
+    return row.match == Match::equals   ? word.equals(head)
+           : row.match == Match::number ? at != kNone
+                                        : at == letters;
 }
 
 // Without an index: the first row of the table.
@@ -45,21 +38,18 @@ void checkRecognition(const std::u16string& given, const TextMap& poses,
     const Recognition recognition = recognizeCommand(phrase, words, poses, CommandIndex(words));
     FUZZ_CHECK(recognition.row == rowOf(given, words));
     using enum Recognition::Outcome;
-    if (recognition.outcome == row) {
-        FUZZ_CHECK(phrase.starts_with(recognition.row->canonical));
-    } else {
-        FUZZ_CHECK(recognition.outcome == pose ? phrase.starts_with(kEnglishPose)
-                                               : phrase == given);
-    }
+    FUZZ_CHECK(recognition.outcome == row    ? phrase.starts_with(recognition.row->canonical)
+               : recognition.outcome == pose ? phrase.starts_with(kEnglishPose)
+                                             : phrase == given);
     FUZZ_CHECK(phrase.size() <= given.size() + 40); // the longest canonical name
 }
 
 void checkAdverbs(const std::u16string& list, const KeywordTable& words) {
     AdverbValues values;
     std::u16string_view rejected = list;
-    const bool read = parseAdverbs(list, words, values, &rejected);
-    FUZZ_CHECK(read || (rejected.data() >= list.data() &&
-                        rejected.data() + rejected.size() <= list.data() + list.size()));
+    FUZZ_CHECK(parseAdverbs(list, words, values, &rejected) ||
+               (rejected.data() >= list.data() &&
+                rejected.data() + rejected.size() <= list.data() + list.size()));
     std::u16string item = list;
     translateAdverb(item, words);
     const AdverbRow* adverb = findAdverb(list, words);

@@ -1,5 +1,4 @@
-// The ini service, against a plain reading of its rules. Fields: section, key,
-// default, file bytes.
+// The ini service, against its rules. Fields: section, key, default, file bytes.
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -38,9 +37,8 @@ std::optional<std::u16string_view> valueIn(std::u16string_view text, std::u16str
         text.remove_prefix(std::min(end + 1, text.size()));
         const std::size_t equals = line.find(u'=');
         if (line.empty() || line.front() == u';') {
-            continue;
-        }
-        if (line.front() == u'[') {
+            continue; // a comment
+        } else if (line.front() == u'[') {
             const std::size_t close = line.rfind(u']');
             if (close != line.npos) {
                 if (inside) {
@@ -70,8 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     expected = valueIn(text, trimmed(section), trimmed(key)).value_or(expected);
     expected = expected.substr(0, expected.find(u'\0'));
     const platform::IniText file(text);
-    for (const std::size_t room : {std::size_t{0}, std::size_t{1}, expected.size(),
-                                   expected.size() + 1, expected.size() + 9}) {
+    for (std::size_t room = 0; room <= expected.size() + 2; room += room / 8 + 1) {
         const auto buffer = std::make_unique<char16_t[]>(room); // exact, for the sanitizer
         const std::size_t count = file.readString(section, key, fallback, {buffer.get(), room});
         FUZZ_CHECK(count == std::min(expected.size(), room == 0 ? 0 : room - 1));

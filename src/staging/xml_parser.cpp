@@ -269,6 +269,9 @@ bool XmlLibrary::hold() {
     try {
         xml::XMLPlatformUtils::Initialize(xml::XMLUni::fgXercescDefaultLocale, nullptr, &panic,
                                           memory);
+    } catch (const std::bad_alloc&) {
+        broken = true;
+        throw;
     } catch (...) { // the library throws types of its own
         broken = true;
         return false;
