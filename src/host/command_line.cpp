@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <sstream>
 #include <string_view>
@@ -37,35 +38,54 @@ struct OptionRow {
     const char* value;   // as help calls it
     CLI::Option* (*add)(CLI::App&, const OptionRow&, Options&);
     const char* help;
+    std::vector<std::string_view> (*choices)() = nullptr; // the values that it takes, if few
 };
 
-template <typename Encoding> struct EncodingRow {
+// A value and its name on the command line.
+template <typename Value> struct Choice {
     std::string_view name;
-    Encoding encoding;
+    Value value;
 };
-constexpr std::array<EncodingRow<InputEncoding>, 5> kInputEncodings{{
+constexpr std::array<Choice<InputEncoding>, 5> kInputEncodings{{
     {"auto", InputEncoding::detect},
     {"utf-8", InputEncoding::utf8},
     {"utf-16le", InputEncoding::utf16le},
     {"utf-16be", InputEncoding::utf16be},
     {"cp932", InputEncoding::cp932},
 }};
-constexpr std::array<EncodingRow<OutputEncoding>, 2> kOutputEncodings{{
+constexpr std::array<Choice<OutputEncoding>, 2> kOutputEncodings{{
     {"utf-8", OutputEncoding::utf8},
     {"utf-16le", OutputEncoding::utf16le},
 }};
+constexpr std::array<Choice<ReportFormat>, 2> kFormats{{
+    {"text", ReportFormat::text},
+    {"json", ReportFormat::json},
+}};
 
-// The encoding of a name in any case; an error that lists all names otherwise.
-template <const auto& Rows> auto encodingOf(const std::string& name) {
-    const std::string lower = CLI::detail::to_lower(name);
-    std::string known;
-    for (const auto& row : Rows) {
-        if (row.name == lower) {
-            return row.encoding;
-        }
-        known.append(known.empty() ? "" : ", ").append(row.name);
+template <const auto& Rows> std::vector<std::string_view> namesOf() {
+    std::vector<std::string_view> names;
+    std::ranges::transform(Rows, std::back_inserter(names),
+                           [](const auto& row) { return row.name; });
+    return names;
+}
+
+std::string listOf(const std::vector<std::string_view>& names) {
+    std::string list;
+    for (const std::string_view name : names) {
+        list.append(list.empty() ? "" : ", ").append(name);
     }
-    throw CLI::ValidationError("the encoding " + name + " is none of " + known);
+    return list;
+}
+
+// The value of a name in any case; an error that lists all names otherwise.
+template <const auto& Rows> auto valueOf(const OptionRow& option, const std::string& name) {
+    const auto row = std::ranges::find(Rows, CLI::detail::to_lower(name),
+                                       [](const auto& each) { return each.name; });
+    if (row == Rows.end()) {
+        throw CLI::ValidationError(std::string(option.names) + ": " + name + " is none of " +
+                                   listOf(option.choices()));
+    }
+    return row->value;
 }
 
 // How a row's value is read into its member of Options. The rows name these
@@ -78,11 +98,11 @@ template <auto Member> CLI::Option* line(CLI::App& app, const OptionRow& row, Op
     return app.add_option(row.names, options.*Member, row.help)->check(range.description(""));
 }
 template <auto Member, const auto& Rows>
-CLI::Option* encoding(CLI::App& app, const OptionRow& row, Options& options) {
+CLI::Option* choice(CLI::App& app, const OptionRow& row, Options& options) {
     return app.add_option_function<std::string>(
         row.names,
-        [&options](const std::string& name) { options.*Member = encodingOf<Rows>(name); },
-        row.help);
+        [&row, &options](const std::string& name) { options.*Member = valueOf<Rows>(row, name); },
+        row.help + (": " + listOf(row.choices())));
 }
 CLI::Option* scriptArgument(CLI::App& app, const OptionRow& row, Options& options) {
     return text<&Options::script>(app, row, options)->required();
@@ -99,13 +119,13 @@ constexpr std::array<OptionRow, 9> kOptions{{
      "Play from this line of the script on"},
     {kConvert, "--to", "LINE", line<&Options::playTo>,
      "End the play after this line of the script"},
-    {kConvert, "--encoding", "NAME", encoding<&Options::encoding, kInputEncodings>,
-     "Encoding of script and description"},
+    {kConvert, "--encoding", "NAME", choice<&Options::encoding, kInputEncodings>,
+     "Encoding of script and description", namesOf<kInputEncodings>},
     {kConvert, "--description-encoding", "NAME",
-     encoding<&Options::descriptionEncoding, kInputEncodings>,
-     "Encoding of the description alone"},
-    {kConvert, "--output-encoding", "NAME", encoding<&Options::outputEncoding, kOutputEncodings>,
-     "Encoding of the TVML script"},
+     choice<&Options::descriptionEncoding, kInputEncodings>,
+     "Encoding of the description alone", namesOf<kInputEncodings>},
+    {kConvert, "--output-encoding", "NAME", choice<&Options::outputEncoding, kOutputEncodings>,
+     "Encoding of the TVML script", namesOf<kOutputEncodings>},
     {kConvert, "--library", "FILE", text<&Options::library>,
      "Have this library file convert, as any host does"},
 }};
@@ -118,12 +138,12 @@ Without -d the description is the "default.xml" in the program's folder; it
 has two characters, A and B. "keyword.ini" and "Mirvol.ini", the script's
 vocabulary and the talk speeds, are read from the same folder.
 
-Input encodings: auto, utf-8, utf-16le, utf-16be, cp932. auto, the default,
-goes by a byte order mark, else takes UTF-8, and CP932 when the bytes are not
-UTF-8. Lines may end with LF or CR LF. An XML declaration that opens the
-description is passed over: the filter writes its own.
+The input encoding auto, the default, goes by a byte order mark, else takes
+UTF-8, and CP932 when the bytes are not UTF-8. Lines may end with LF or CR LF.
+An XML declaration that opens the description is passed over: the filter
+writes its own.
 
-Output encodings: utf-8, the default, without a byte order mark; utf-16le with
+The output encoding utf-8, the default, has no byte order mark; utf-16le has
 one. Lines end with LF. A file that exists is replaced when the new one is
 complete, and is left alone when anything fails.
 

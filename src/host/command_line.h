@@ -12,6 +12,9 @@
 
 namespace tvml::host {
 
+// The form of what a command reports: for people or, as JSON, for programs.
+enum class ReportFormat : std::uint8_t { text, json };
+
 // The values of all options of all subcommands.
 struct Options {
     std::string script;
@@ -23,6 +26,7 @@ struct Options {
     InputEncoding encoding = InputEncoding::detect;
     std::optional<InputEncoding> descriptionEncoding; // none: as `encoding`
     OutputEncoding outputEncoding = OutputEncoding::utf8;
+    ReportFormat format = ReportFormat::text;
 };
 
 // A subcommand: returns the exit code or throws a HostError.
