@@ -15,6 +15,7 @@
 
 #include "host/convert_command.h"
 #include "host/host_error.h"
+#include "host/list_command.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
@@ -23,6 +24,7 @@ namespace {
 // Which subcommands have an option, a bit for each.
 using CommandSet = std::uint32_t;
 constexpr CommandSet kConvert = 1U << 0;
+constexpr CommandSet kList = 1U << 1;
 
 struct CommandRow {
     CommandSet bit;
@@ -60,6 +62,12 @@ constexpr std::array<Choice<OutputEncoding>, 2> kOutputEncodings{{
 constexpr std::array<Choice<ReportFormat>, 2> kFormats{{
     {"text", ReportFormat::text},
     {"json", ReportFormat::json},
+}};
+constexpr std::array<Choice<ListedTable>, 4> kListedTables{{
+    {"commands", ListedTable::commands},
+    {"tags", ListedTable::tags},
+    {"words", ListedTable::words},
+    {"elements", ListedTable::elements},
 }};
 
 template <const auto& Rows> std::vector<std::string_view> namesOf() {
@@ -107,11 +115,15 @@ CLI::Option* choice(CLI::App& app, const OptionRow& row, Options& options) {
 CLI::Option* scriptArgument(CLI::App& app, const OptionRow& row, Options& options) {
     return text<&Options::script>(app, row, options)->required();
 }
+CLI::Option* tableArgument(CLI::App& app, const OptionRow& row, Options& options) {
+    return choice<&Options::listed, kListedTables>(app, row, options)->required();
+}
 
 // clang-format off
-constexpr std::array<OptionRow, 9> kOptions{{
+constexpr std::array<OptionRow, 11> kOptions{{
     {kConvert, "SCRIPT", "", scriptArgument, "The programme script"},
-    {kConvert, "-d,--description", "FILE", text<&Options::description>,
+    {kList, "TABLE", "", tableArgument, "What to list", namesOf<kListedTables>},
+    {kConvert | kList, "-d,--description", "FILE", text<&Options::description>,
      "The filter description, XML"},
     {kConvert, "-o,--output", "FILE", text<&Options::output>,
      "The TVML script; without it, standard output"},
@@ -119,9 +131,11 @@ constexpr std::array<OptionRow, 9> kOptions{{
      "Play from this line of the script on"},
     {kConvert, "--to", "LINE", line<&Options::playTo>,
      "End the play after this line of the script"},
+    {kList, "--format", "FORMAT", choice<&Options::format, kFormats>,
+     "Form of what is reported", namesOf<kFormats>},
     {kConvert, "--encoding", "NAME", choice<&Options::encoding, kInputEncodings>,
      "Encoding of script and description", namesOf<kInputEncodings>},
-    {kConvert, "--description-encoding", "NAME",
+    {kConvert | kList, "--description-encoding", "NAME",
      choice<&Options::descriptionEncoding, kInputEncodings>,
      "Encoding of the description alone", namesOf<kInputEncodings>},
     {kConvert, "--output-encoding", "NAME", choice<&Options::outputEncoding, kOutputEncodings>,
@@ -151,10 +165,22 @@ Problems of the script and the description are shown on standard error as
 FILE:LINE:COLUMN: SEVERITY: ... [CODE]. They never stop a conversion, and the
 exit code stays 0. --library shows none of them.)";
 
+constexpr const char* kListFooter =
+    R"(commands   the commands, voices and adverbs; with -d the description's poses
+tags       the markers of tag lines; with -d the description's tags
+words      all words of the vocabulary by their keys in keyword.ini
+elements   the elements of a description, what is built in for each, and how
+           many values $1, $2 ... it has
+
+The words are those of the "keyword.ini" in the program's folder; B, AB and 3
+stand for any letter, any two letters and any number. JSON is one object
+{"version":1,"list":TABLE,"rows":[...]} on one line.)";
+
 // The first one is run when the arguments name none.
-constexpr std::array<CommandRow, 1> kCommands{{
+constexpr std::array<CommandRow, 2> kCommands{{
     {kConvert, "convert", "Convert a programme script into a TVML script", kConvertFooter,
      runConvert},
+    {kList, "list", "List what scripts and descriptions can say", kListFooter, runList},
 }};
 
 constexpr const char* kFooter = R"(Exit codes:

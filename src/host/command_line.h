@@ -15,6 +15,9 @@ namespace tvml::host {
 // The form of what a command reports: for people or, as JSON, for programs.
 enum class ReportFormat : std::uint8_t { text, json };
 
+// What `list` can show.
+enum class ListedTable : std::uint8_t { commands, tags, words, elements };
+
 // The values of all options of all subcommands.
 struct Options {
     std::string script;
@@ -27,6 +30,7 @@ struct Options {
     std::optional<InputEncoding> descriptionEncoding; // none: as `encoding`
     OutputEncoding outputEncoding = OutputEncoding::utf8;
     ReportFormat format = ReportFormat::text;
+    ListedTable listed = ListedTable::commands;
 };
 
 // A subcommand: returns the exit code or throws a HostError.

@@ -1,4 +1,5 @@
-// Line kinds and marker words. Entries: classifyLine, markerUnits.
+// Line kinds and marker words. Entries: classifyLine, markerUnits,
+// markerSpellings.
 #include "reading/line_kind.h"
 
 #include <bit>
@@ -10,23 +11,15 @@
 namespace tvml {
 namespace {
 
-// A spelling is a fixed English text or a vocabulary word, with the units that
-// a line loses when it starts with it.
-struct Spelling {
-    std::u16string_view english; // empty for a vocabulary word
-    Key word;
-    std::size_t units;
-};
-
-constexpr Spelling english(std::u16string_view text) {
+constexpr MarkerSpelling english(std::u16string_view text) {
     return {text, Key(u"title"), text.size()};
 }
-constexpr Spelling word(Key key, std::size_t units) {
+constexpr MarkerSpelling word(Key key, std::size_t units) {
     return {{}, key, units};
 }
 
 struct MarkerRow {
-    std::array<std::optional<Spelling>, 4> spellings; // tried in this order
+    std::array<std::optional<MarkerSpelling>, 4> spellings; // tried in this order
 };
 
 // clang-format off
@@ -47,7 +40,8 @@ constexpr std::array<MarkerRow, kMarkerCount> kMarkers{{
 }};
 // clang-format on
 
-bool startsWith(std::u16string_view line, const Spelling& spelling, const KeywordTable& words) {
+bool startsWith(std::u16string_view line, const MarkerSpelling& spelling,
+                const KeywordTable& words) {
     return spelling.english.empty() ? words[spelling.word].starts(line)
                                     : line.starts_with(spelling.english);
 }
@@ -71,6 +65,16 @@ std::u16string_view lineKindText(LineKind kind) {
 
 std::u16string_view markerName(Marker marker) {
     return kMarkers[static_cast<std::size_t>(marker)].spellings[0]->english;
+}
+
+std::vector<MarkerSpelling> markerSpellings(Marker marker) {
+    std::vector<MarkerSpelling> spellings;
+    for (const auto& spelling : kMarkers[static_cast<std::size_t>(marker)].spellings) {
+        if (spelling.has_value()) {
+            spellings.push_back(*spelling);
+        }
+    }
+    return spellings;
 }
 
 MarkerIndex::MarkerIndex(const KeywordTable& words) {

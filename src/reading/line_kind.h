@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "vocabulary/keyword_table.h"
 
@@ -61,6 +62,16 @@ std::size_t markerUnits(Marker marker, std::u16string_view line, const KeywordTa
 
 // The English spelling of a marker.
 std::u16string_view markerName(Marker marker);
+
+// One way to write a marker: a fixed English text or a vocabulary word.
+struct MarkerSpelling {
+    std::u16string_view english; // empty for a vocabulary word
+    Key word;
+    std::size_t units; // that a line loses when it starts with it
+};
+
+// All of a marker's, in the order in which a line is tested.
+std::vector<MarkerSpelling> markerSpellings(Marker marker);
 
 // An ordered map with text keys that can be searched with views.
 using TextMap = std::map<std::u16string, std::u16string, std::less<>>;

@@ -1,0 +1,112 @@
+// What `list` shows of the tables.
+#include "workspace.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <set>
+#include <string>
+
+#include "generation/command_names.h"
+#include "vocabulary/keys.h"
+
+namespace tvml::host {
+namespace {
+
+using Json = nlohmann::json;
+
+Json listed(const Workspace& work, const std::string& table) {
+    const Outcome outcome = work.run({"list", table, "--format", "json"});
+    EXPECT_EQ(outcome.errors, "");
+    const Json document = Json::parse(outcome.output);
+    EXPECT_EQ(document.at("version"), 1);
+    EXPECT_EQ(document.at("list"), table);
+    return document.at("rows");
+}
+
+Json rowOf(const Json& rows, const std::string& field, const std::string& name) {
+    for (const Json& row : rows) {
+        if (row.at(field) == name) {
+            return row;
+        }
+    }
+    ADD_FAILURE() << "no row " << name;
+    return {};
+}
+
+// With a letter or a number behind it, a name is shown as its row has it; words
+// of two rows belong to one command.
+TEST(HostList, EveryCommandIsListedOnceWithItsWords) {
+    const Workspace work;
+    const Json rows = listed(work, "commands");
+    std::set<std::string> staging;
+    std::set<std::string> character;
+    for (const Json& row : rows) {
+        const std::string name = row.at("english");
+        if (row.at("kind") == "staging") {
+            EXPECT_TRUE(staging.insert(name).second) << name;
+        } else if (row.at("kind") == "character") {
+            EXPECT_TRUE(character.insert(name).second) << name;
+        }
+    }
+    EXPECT_EQ(staging.size(), stagingCommandNames().size());
+    EXPECT_EQ(character.size(), characterCommandNames().size());
+
+    const Json look = rowOf(rows, "english", "look at B");
+    EXPECT_EQ(look.at("words"), Json({"Ｂを見る"}));
+    EXPECT_EQ(look.at("keys"), Json({"look_at"}));
+    EXPECT_EQ(rowOf(rows, "english", "turn 3 degrees").at("words"), Json({"３度まわる"}));
+    EXPECT_EQ(rowOf(rows, "english", "auto gesture").at("words"),
+              Json({"自動ジェスチャー", "自動ジェスチャ"}));
+    EXPECT_EQ(rowOf(rows, "english", "girl_en").at("kind"), "voice");
+    EXPECT_EQ(rowOf(rows, "english", "bustshot of B").at("kind"), "without effect");
+    EXPECT_EQ(rowOf(rows, "english", "very slow").at("kind"), "adverb");
+}
+
+TEST(HostList, WordsAndElementsComeInTheOrderOfTheirTables) {
+    const Workspace work;
+    const Json words = listed(work, "words");
+    ASSERT_EQ(words.size(), kKeyCount);
+    for (std::size_t i = 0; i < kKeyCount; ++i) {
+        EXPECT_EQ(words[i].at("key"), platform::system().toUtf8(kKeys[i]));
+    }
+    EXPECT_EQ(rowOf(words, "key", "walk_n").at("word"), "歩歩く");
+    EXPECT_EQ(rowOf(words, "key", "walk_n").at("english"), "walk 3 steps");
+    EXPECT_EQ(rowOf(words, "key", "sound").at("english"), "bgm, BGM");
+    EXPECT_TRUE(rowOf(words, "key", "period").at("english").is_null());
+
+    const Json elements = listed(work, "elements");
+    struct Row {
+        const char* element;
+        const char* kind;
+        int values;
+        bool switched;
+    };
+    for (const Row& row : {Row{"super", "variants", 10, true}, Row{"title", "variants", 5, true},
+                           Row{"talk", "by character", 9, true}, Row{"twoshot", "by pair", 4, true},
+                           Row{"trackshot", "text", 3, false}, Row{"pose", "pose", 4, false}}) {
+        const Json element = rowOf(elements, "element", row.element);
+        EXPECT_EQ(element.at("kind"), row.kind) << row.element;
+        EXPECT_EQ(element.at("values"), row.values) << row.element;
+        EXPECT_EQ(element.at("switch"), row.switched) << row.element;
+    }
+    EXPECT_EQ(rowOf(elements, "element", "superoff").at("builtIn"), "super: off()\n");
+}
+
+// A full-width character takes two places, and a description adds its own.
+TEST(HostList, ColumnsLineUpOnATerminal) {
+    const Workspace work;
+    const std::string description =
+        work.write("tags.xml", "<staging><tag japanesename=\"速報\" englishname=\"至急\">x $1</tag>"
+                               "<pose japanesename=\"手\" englishname=\"wave\">y</pose></staging>");
+    const std::string tags = work.run({"list", "tags", "-d", description}).output;
+    EXPECT_EQ(tags.substr(0, tags.find("subtitle")), "ENGLISH     KIND      IN THE VOCABULARY\n"
+                                                     "title       marker    タイトル\n");
+    EXPECT_NE(tags.find("\nbgm, BGM    marker    ＢＧＭ, サウンド\n"), std::string::npos) << tags;
+    EXPECT_NE(tags.find("\n至急        declared  速報\n"), std::string::npos) << tags;
+    const std::string commands = work.run({"list", "commands", "-d", description}).output;
+    EXPECT_NE(commands.find("\nwave                     pose            手\n"), std::string::npos);
+}
+
+} // namespace
+} // namespace tvml::host
