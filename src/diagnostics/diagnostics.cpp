@@ -5,12 +5,23 @@
 #include <algorithm>
 
 #include "diagnostics/finding.h"
+#include "diagnostics/suggestions.h"
 
 namespace tvml {
 
 std::optional<Code> findCode(std::string_view text) {
     const std::size_t row = detail::rowOfCode(text);
     return row < kDiagnosticRows.size() ? std::optional(Code::at(row)) : std::nullopt;
+}
+
+Code closestCode(std::string_view text) {
+    const std::u16string given(text.begin(), text.end());
+    const auto distance = [&](const DiagnosticRow& row) {
+        return editDistance(given, std::u16string(row.code.begin(), row.code.end()),
+                            given.size() + 4);
+    };
+    const auto closest = std::ranges::min_element(kDiagnosticRows, {}, distance);
+    return Code::at(static_cast<std::size_t>(closest - kDiagnosticRows.begin()));
 }
 
 std::string_view severityName(Severity severity) {

@@ -99,6 +99,9 @@ std::vector<ElementPlace> elementPlaces(std::u16string_view description,
 // The code that `text` is, or none.
 std::optional<Code> findCode(std::string_view text);
 
+// The code that a mistaken one resembles most.
+Code closestCode(std::string_view text);
+
 // "note", "warning", "error".
 std::string_view severityName(Severity severity);
 
@@ -140,6 +143,10 @@ private:
     bool coloured_;
     std::unique_ptr<Lines> lines_;
 };
+
+// The version that the JSON objects name. It grows with every change that a
+// reader of the objects could notice, other than a new member.
+inline constexpr int kJsonVersion = 1;
 
 // One JSON object on one line that ends with a line feed:
 //   {"version":1,"code","severity","source","file","line","column","endColumn",

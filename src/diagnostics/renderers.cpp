@@ -11,8 +11,6 @@
 namespace tvml {
 namespace {
 
-constexpr int kJsonVersion = 1;
-
 // A longer line is shown around its range only.
 constexpr std::size_t kShownBefore = 60;
 constexpr std::size_t kShownUnits = 120;

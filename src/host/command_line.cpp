@@ -13,6 +13,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "host/check_command.h"
 #include "host/convert_command.h"
 #include "host/host_error.h"
 #include "host/list_command.h"
@@ -25,6 +26,7 @@ namespace {
 using CommandSet = std::uint32_t;
 constexpr CommandSet kConvert = 1U << 0;
 constexpr CommandSet kList = 1U << 1;
+constexpr CommandSet kCheck = 1U << 2;
 
 struct CommandRow {
     CommandSet bit;
@@ -62,6 +64,12 @@ constexpr std::array<Choice<OutputEncoding>, 2> kOutputEncodings{{
 constexpr std::array<Choice<ReportFormat>, 2> kFormats{{
     {"text", ReportFormat::text},
     {"json", ReportFormat::json},
+}};
+constexpr std::array<Choice<FailureLevel>, 4> kFailureLevels{{
+    {"note", FailureLevel::note},
+    {"warning", FailureLevel::warning},
+    {"error", FailureLevel::error},
+    {"none", FailureLevel::none},
 }};
 constexpr std::array<Choice<ListedTable>, 4> kListedTables{{
     {"commands", ListedTable::commands},
@@ -112,6 +120,26 @@ CLI::Option* choice(CLI::App& app, const OptionRow& row, Options& options) {
         [&row, &options](const std::string& name) { options.*Member = valueOf<Rows>(row, name); },
         row.help + (": " + listOf(row.choices())));
 }
+// One code behind the option, which can be given again and again.
+template <auto Member> CLI::Option* codes(CLI::App& app, const OptionRow& row, Options& options) {
+    return app
+        .add_option_function<std::vector<std::string>>(
+            row.names,
+            [&options](const std::vector<std::string>& names) {
+                for (const std::string& name : names) {
+                    (options.*Member).push_back(codeNamed(name));
+                }
+            },
+            row.help)
+        ->allow_extra_args(false);
+}
+// Answers at once, like --help, whatever else is missing.
+CLI::Option* explanation(CLI::App& app, const OptionRow& row, Options&) {
+    const auto explain = [](const std::string& code) {
+        throw CLI::CallForVersion(explanationText(code), 0);
+    };
+    return app.add_option_function<std::string>(row.names, explain, row.help)->trigger_on_parse();
+}
 CLI::Option* scriptArgument(CLI::App& app, const OptionRow& row, Options& options) {
     return text<&Options::script>(app, row, options)->required();
 }
@@ -120,29 +148,37 @@ CLI::Option* tableArgument(CLI::App& app, const OptionRow& row, Options& options
 }
 
 // clang-format off
-constexpr std::array<OptionRow, 11> kOptions{{
-    {kConvert, "SCRIPT", "", scriptArgument, "The programme script"},
+constexpr OptionRow kOptions[] = {
+    {kConvert | kCheck, "SCRIPT", "", scriptArgument, "The programme script"},
     {kList, "TABLE", "", tableArgument, "What to list", namesOf<kListedTables>},
-    {kConvert | kList, "-d,--description", "FILE", text<&Options::description>,
+    {kConvert | kCheck | kList, "-d,--description", "FILE", text<&Options::description>,
      "The filter description, XML"},
     {kConvert, "-o,--output", "FILE", text<&Options::output>,
      "The TVML script; without it, standard output"},
-    {kConvert, "--from", "LINE", line<&Options::playFrom>,
+    {kConvert | kCheck, "--from", "LINE", line<&Options::playFrom>,
      "Play from this line of the script on"},
-    {kConvert, "--to", "LINE", line<&Options::playTo>,
+    {kConvert | kCheck, "--to", "LINE", line<&Options::playTo>,
      "End the play after this line of the script"},
-    {kList, "--format", "FORMAT", choice<&Options::format, kFormats>,
+    {kConvert | kCheck | kList, "--format", "FORMAT", choice<&Options::format, kFormats>,
      "Form of what is reported", namesOf<kFormats>},
-    {kConvert, "--encoding", "NAME", choice<&Options::encoding, kInputEncodings>,
+    {kConvert | kCheck, "--encoding", "NAME", choice<&Options::encoding, kInputEncodings>,
      "Encoding of script and description", namesOf<kInputEncodings>},
-    {kConvert | kList, "--description-encoding", "NAME",
+    {kConvert | kCheck | kList, "--description-encoding", "NAME",
      choice<&Options::descriptionEncoding, kInputEncodings>,
      "Encoding of the description alone", namesOf<kInputEncodings>},
     {kConvert, "--output-encoding", "NAME", choice<&Options::outputEncoding, kOutputEncodings>,
      "Encoding of the TVML script", namesOf<kOutputEncodings>},
     {kConvert, "--library", "FILE", text<&Options::library>,
      "Have this library file convert, as any host does"},
-}};
+    {kConvert | kCheck, "--failure-level", "LEVEL", choice<&Options::failureLevel, kFailureLevels>,
+     "Exit with 3 when a problem weighs as much", namesOf<kFailureLevels>},
+    {kConvert | kCheck, "--allow", "CODE", codes<&Options::allowed>,
+     "Leave problems of this code out"},
+    {kConvert | kCheck, "--deny", "CODE", codes<&Options::denied>,
+     "Count problems of this code as errors"},
+    {kCheck, "--explain", "CODE", explanation,
+     "Say what a code means and what to do, with an example, and exit"},
+};
 // clang-format on
 
 constexpr const char* kConvertFooter =
@@ -163,7 +199,16 @@ complete, and is left alone when anything fails.
 
 Problems of the script and the description are shown on standard error as
 FILE:LINE:COLUMN: SEVERITY: ... [CODE]. They never stop a conversion, and the
-exit code stays 0. --library shows none of them.)";
+exit code stays 0 unless --failure-level names a severity that one of them
+reaches; the output is written all the same. --library shows none of them.
+"tvmlfilter check --explain CODE" says what a code means.)";
+
+constexpr const char* kCheckFooter =
+    R"(Shows the problems of the vocabulary, the description and the script on
+standard output, how many there are on standard error, and writes nothing else.
+
+The files are found and read as "tvmlfilter convert" does. The exit code is 3
+when a problem is an error; --failure-level draws the line elsewhere.)";
 
 constexpr const char* kListFooter =
     R"(commands   the commands, voices and adverbs; with -d the description's poses
@@ -177,16 +222,19 @@ stand for any letter, any two letters and any number. JSON is one object
 {"version":1,"list":TABLE,"rows":[...]} on one line.)";
 
 // The first one is run when the arguments name none.
-constexpr std::array<CommandRow, 2> kCommands{{
+constexpr CommandRow kCommands[] = {
     {kConvert, "convert", "Convert a programme script into a TVML script", kConvertFooter,
      runConvert},
+    {kCheck, "check", "Tell what a script, its description and the vocabulary have wrong",
+     kCheckFooter, runCheck},
     {kList, "list", "List what scripts and descriptions can say", kListFooter, runList},
-}};
+};
 
 constexpr const char* kFooter = R"(Exit codes:
   0  done; problems of the script may have been shown
   1  an input could not be read, or the output not be made or written
-  2  wrong usage)";
+  2  wrong usage
+  3  done, and a problem reaches the failure level)";
 
 constexpr const char* kVersion = "tvmlfilter " TVMLFILTER_VERSION;
 
@@ -230,9 +278,9 @@ std::vector<std::string> withCommand(std::vector<std::string> arguments) {
     const bool named =
         !arguments.empty() &&
         (std::ranges::find(kOfProgram, arguments.front()) != kOfProgram.end() ||
-         std::ranges::find(kCommands, arguments.front(), &CommandRow::name) != kCommands.end());
+         std::ranges::find(kCommands, arguments.front(), &CommandRow::name) != std::end(kCommands));
     if (!named) {
-        arguments.insert(arguments.begin(), kCommands.front().name);
+        arguments.insert(arguments.begin(), kCommands[0].name);
     }
     return arguments;
 }

@@ -8,12 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "host/run_report.h"
 #include "host/text_encoding.h"
 
 namespace tvml::host {
-
-// The form of what a command reports: for people or, as JSON, for programs.
-enum class ReportFormat : std::uint8_t { text, json };
 
 // What `list` can show.
 enum class ListedTable : std::uint8_t { commands, tags, words, elements };
@@ -31,6 +29,13 @@ struct Options {
     OutputEncoding outputEncoding = OutputEncoding::utf8;
     ReportFormat format = ReportFormat::text;
     ListedTable listed = ListedTable::commands;
+    std::optional<FailureLevel> failureLevel; // none: the subcommand's own
+    std::vector<Code> allowed;
+    std::vector<Code> denied;
+
+    ReportOptions report(FailureLevel ownLevel) const {
+        return {format, failureLevel.value_or(ownLevel), allowed, denied};
+    }
 };
 
 // A subcommand: returns the exit code or throws a HostError.

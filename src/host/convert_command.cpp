@@ -3,29 +3,15 @@
 
 #include <filesystem>
 #include <system_error>
-#include <utility>
 
 #include "host/conversion.h"
 #include "host/host_error.h"
-#include "host/run_report.h"
+#include "host/inputs.h"
 #include "host/text_files.h"
 #include "platform/host_services.h"
-#include "platform/platform.h"
 
 namespace tvml::host {
 namespace {
-
-// Long enough for any path of any system.
-constexpr std::size_t kPathUnits = 32768;
-
-// Made from the ini files' folder, so that all that comes with the program is
-// in one place.
-std::string defaultDescription() {
-    const platform::Platform& system = platform::system();
-    const std::u16string program = system.hostProgramPath(kPathUnits);
-    const std::size_t separator = program.rfind(system.pathSeparator());
-    return system.toUtf8(program.substr(0, separator + 1) + u"default.xml");
-}
 
 // Whether both names lead to one ordinary file. Devices and pipes can well be
 // read and written at once, and a name that leads nowhere yet is no input.
@@ -44,8 +30,10 @@ void checkUsage(const Options& options) {
     const auto refuse = [](const std::string& text) {
         throw HostError{kWrongUsage, "tvmlfilter: error: " + text};
     };
-    if (options.script == kStandardStream && options.description == kStandardStream) {
-        refuse("only one of script and description can come from standard input");
+    const bool judges = options.failureLevel.has_value() || options.format == ReportFormat::json ||
+                        !options.allowed.empty() || !options.denied.empty();
+    if (!options.library.empty() && judges) {
+        refuse("--library tells no problems, so none can be shown or counted; leave out either");
     }
     if (areOneFile(options.output, options.script) ||
         areOneFile(options.output, options.description)) {
@@ -64,46 +52,45 @@ void warn(const std::string& lines) {
 void warnOfHalfPairs(const Options& options, std::u16string_view text) {
     const std::size_t half = findHalfPair(text);
     if (options.outputEncoding == OutputEncoding::utf8 && half != std::u16string_view::npos) {
-        warn(diagnosticLine(outputName(options.output), positionIn(text, half), "warning",
-                            "a character was cut in two and became U+FFFD; shorten the sentence, "
-                            "or keep the halves with --output-encoding utf-16le") +
-             "\n");
+        warn(outputWarning(options.format, outputName(options.output), positionIn(text, half),
+                           "a character was cut in two and became U+FFFD; shorten the sentence, or "
+                           "keep the halves with --output-encoding utf-16le"));
     }
 }
 
-std::u16string convert(const Options& options, const ConversionRequest& request,
-                       SourceNames names) {
+struct Converted {
+    std::u16string text;
+    bool failed = false; // by its problems
+};
+
+Converted convert(const Options& options, const Inputs& inputs) {
+    const ConversionRequest request = inputs.request(options);
     if (!options.library.empty()) {
-        return convertWithLibrary(options.library, request);
+        return {convertWithLibrary(options.library, request)};
     }
-    RunReport report(request, std::move(names));
-    std::u16string text = convertHere(request, report.listener());
+    RunReport report(request, {inputs.scriptName, inputs.descriptionName});
+    Converted result{convertHere(request, report.listener())};
+    const Findings findings =
+        report.findings(options.report(FailureLevel::none), VocabularyCheck::whenCutOff,
+                        platform::OutputStream::error);
     // Before the output is written: a writer whose disk is full still learns
     // of them.
-    warn(report.text());
-    return text;
+    warn(findings.lines);
+    result.failed = findings.failed;
+    return result;
 }
 
 } // namespace
 
 // Everything is read and converted before anything is written, so that a
-// failure on the way leaves no half of an output behind.
+// failure on the way leaves no half of an output behind. Problems are no such
+// failure, whatever their weight.
 int runConvert(const Options& options) {
     checkUsage(options);
-    const bool given = !options.description.empty();
-    const std::string descriptionFile = given ? options.description : defaultDescription();
-    const std::u16string script = readScript(options.script, options.encoding);
-    // The description that comes with the program has its own encoding.
-    const std::u16string description = readDescription(
-        descriptionFile,
-        given ? options.descriptionEncoding.value_or(options.encoding) : InputEncoding::detect);
-    const ConversionRequest request{script, options.playFrom, options.playTo, description};
-    const std::u16string text =
-        convert(options, request,
-                {std::string(inputName(options.script)), std::string(inputName(descriptionFile))});
-    warnOfHalfPairs(options, text);
-    writeScript(options.output, text, options.outputEncoding);
-    return kDone;
+    const Converted converted = convert(options, readInputs(options));
+    warnOfHalfPairs(options, converted.text);
+    writeScript(options.output, converted.text, options.outputEncoding);
+    return converted.failed ? kProblemsFound : kDone;
 }
 
 } // namespace tvml::host

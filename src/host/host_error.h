@@ -13,6 +13,7 @@ namespace tvml::host {
 inline constexpr int kDone = 0;
 inline constexpr int kInputOrOutputFailed = 1;
 inline constexpr int kWrongUsage = 2;
+inline constexpr int kProblemsFound = 3; // done, and a failure level was reached
 
 // The name that stands for standard input and output.
 inline constexpr std::string_view kStandardStream = "-";

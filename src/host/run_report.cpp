@@ -1,18 +1,35 @@
-// The diagnostics of a run as text. Entry: RunReport.
+// The diagnostics of a run as text. Entries: RunReport, codeNamed.
 //
 // What the script has wrong is heard from the run itself; what the description
-// has wrong takes a look of its own at its text.
+// and the vocabulary have wrong takes a look of its own at their texts.
 #include "host/run_report.h"
 
 #include <algorithm>
 #include <utility>
-#include <vector>
+
+#include <nlohmann/json.hpp>
 
 #include "diagnostics/diagnostics.h"
-#include "platform/host_services.h"
+#include "filter/tvml_exception.h"
+#include "host/inputs.h"
+#include "host/text_files.h"
 #include "platform/platform.h"
 
 namespace tvml::host {
+namespace {
+
+std::optional<Severity> severityOf(FailureLevel level) {
+    return level == FailureLevel::none ? std::nullopt : std::optional(static_cast<Severity>(level));
+}
+static_assert(static_cast<Severity>(FailureLevel::error) == Severity::error);
+
+void count(Severity severity, Findings& findings) {
+    findings.notes += severity == Severity::note ? 1 : 0;
+    findings.warnings += severity == Severity::warning ? 1 : 0;
+    findings.errors += severity == Severity::error ? 1 : 0;
+}
+
+} // namespace
 
 class RunReport::Collector {
 public:
@@ -24,32 +41,55 @@ public:
 
     ConversionReport& listener() { return script_; }
 
-    std::string text() {
-        const Sources sources{
-            {names_.script, request_.script}, {names_.description, request_.description}, {}};
-        // Colours are for people; files and pipes get plain text.
-        const TextRenderer renderer(sources, platform::system(),
-                                    platform::isTerminal(platform::OutputStream::error));
-        std::string text;
-        // The description first: its problems explain many of the script's.
-        for (const auto& found : {descriptionProblems(), script_.take()}) {
-            for (const Diagnostic& diagnostic : found) {
-                text += renderer.render(diagnostic);
-            }
-        }
-        return text;
+    Findings findings(const ReportOptions& options, VocabularyCheck vocabulary, bool coloured) {
+        // Loaded anew: the run keeps its own.
+        KeywordTable words;
+        words.load(platform::system());
+        std::vector<Diagnostic> found = vocabularyProblems(words, vocabulary);
+        // In this order: what is wrong with the words explains problems of the
+        // description, and those of both explain many of the script's.
+        append(found, checkDescription(request_.description, words, platform::system()));
+        append(found, script_.take());
+        Findings result;
+        result.failed =
+            applyPolicy({severityOf(options.failureLevel), options.allowed, options.denied}, found);
+        show(found, options.format, coloured, result);
+        return result;
     }
 
 private:
-    // With the vocabulary of the run, loaded anew, since the run keeps its own.
-    std::vector<Diagnostic> descriptionProblems() const {
-        KeywordTable words;
-        words.load(platform::system());
-        return checkDescription(request_.description, words, platform::system());
+    static void append(std::vector<Diagnostic>& all, std::vector<Diagnostic> more) {
+        all.insert(all.end(), std::make_move_iterator(more.begin()),
+                   std::make_move_iterator(more.end()));
     }
 
-    const ConversionRequest& request_;
+    std::vector<Diagnostic> vocabularyProblems(const KeywordTable& words, VocabularyCheck which) {
+        if (which == VocabularyCheck::whenCutOff && words.problem() == LoadProblem::none) {
+            return {};
+        }
+        vocabularyName_ = fileOfProgram(u"keyword.ini");
+        vocabulary_ = readVocabulary(vocabularyName_);
+        return checkVocabulary(words, vocabulary_);
+    }
+
+    void show(const std::vector<Diagnostic>& found, ReportFormat format, bool coloured,
+              Findings& result) const {
+        const Sources sources{{names_.script, request_.script},
+                              {names_.description, request_.description},
+                              {vocabularyName_, vocabulary_}};
+        const TextRenderer renderer(sources, platform::system(), coloured);
+        for (const Diagnostic& diagnostic : found) {
+            count(diagnostic.severity, result);
+            result.lines += format == ReportFormat::json
+                                ? renderJson(diagnostic, sources, platform::system())
+                                : renderer.render(diagnostic);
+        }
+    }
+
+    const ConversionRequest request_;
     SourceNames names_;
+    std::string vocabularyName_;
+    std::u16string vocabulary_;
     DiagnosticCollector script_;
 };
 
@@ -62,8 +102,48 @@ ConversionReport& RunReport::listener() {
     return collector_->listener();
 }
 
-std::string RunReport::text() {
-    return collector_->text();
+Findings RunReport::findings(const ReportOptions& options, VocabularyCheck vocabulary,
+                             platform::OutputStream stream) {
+    try {
+        // Colours are for people; files and pipes get plain text.
+        return collector_->findings(options, vocabulary, platform::isTerminal(stream));
+    } catch (const TvmlException& problem) {
+        throw HostError{kInputOrOutputFailed,
+                        "tvmlfilter: error: the XML library failed: " + problem.message()};
+    }
+}
+
+std::string outputWarning(ReportFormat format, std::string_view file, TextPosition position,
+                          std::string_view text) {
+    if (format == ReportFormat::text) {
+        return diagnosticLine(file, position, "warning", text) + "\n";
+    }
+    // As renderJson writes them, for one reader of all lines.
+    nlohmann::ordered_json object{{"version", kJsonVersion},
+                                  {"code", nullptr},
+                                  {"severity", "warning"},
+                                  {"source", "output"},
+                                  {"file", file},
+                                  {"line", position.line},
+                                  {"column", position.column},
+                                  {"endColumn", position.column},
+                                  {"message", text},
+                                  {"suggestions", nlohmann::ordered_json::array()}};
+    return object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+Code codeNamed(const std::string& text) {
+    std::string name = text;
+    std::ranges::transform(name, name.begin(), [](char letter) {
+        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+    });
+    if (const std::optional<Code> code = findCode(name)) {
+        return *code;
+    }
+    const std::string_view closest = closestCode(name).row().code;
+    throw HostError{kWrongUsage, "tvmlfilter: error: " + text +
+                                     " is no code of a diagnostic; the closest one is " +
+                                     std::string(closest)};
 }
 
 } // namespace tvml::host

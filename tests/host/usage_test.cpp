@@ -25,6 +25,13 @@ TEST(HostUsage, WrongUsageIsRefusedBeforeAnythingIsRead) {
         {script, "--output-encoding", "cp932"},
         {script, "-o"},
         {"-", "-d", "-"},
+        {"check"},
+        {"check", "-", "-d", "-"},
+        {"check", script, "-o", script},
+        {"check", script, "--failure-level", "fatal"},
+        {"check", script, "--format", "xml"},
+        {script, "--allow", "S999"},
+        {script, "--library", "any", "--failure-level", "error"},
     };
     for (const std::vector<std::string>& arguments : rows) {
         const Outcome outcome = work.run(arguments);

@@ -1,0 +1,46 @@
+// All that can be said about a script, its description and the vocabulary,
+// without an output. Entry: runCheck.
+#include "host/check_command.h"
+
+#include "diagnostics/diagnostics.h"
+#include "host/conversion.h"
+#include "host/host_error.h"
+#include "host/inputs.h"
+#include "platform/platform.h"
+
+namespace tvml::host {
+namespace {
+
+std::string counted(std::size_t number, const std::string& what) {
+    return std::to_string(number) + " " + what + (number == 1 ? "" : "s");
+}
+
+} // namespace
+
+// The script is converted, since only a conversion knows what its lines do, and
+// the result is dropped. The findings are what the command is for, so they are
+// its output; the count is a remark to the person at the terminal.
+int runCheck(const Options& options) {
+    const Inputs inputs = readInputs(options);
+    const ConversionRequest request = inputs.request(options);
+    RunReport report(request, {inputs.scriptName, inputs.descriptionName});
+    convertHere(request, report.listener());
+    const Findings findings =
+        report.findings(options.report(FailureLevel::error), VocabularyCheck::always,
+                        platform::OutputStream::output);
+    if (const auto failure =
+            platform::writeStream(platform::OutputStream::output, findings.lines)) {
+        throw inputOrOutputError(outputName(kStandardStream), {}, *failure);
+    }
+    platform::writeStream(platform::OutputStream::error,
+                          inputs.scriptName + ": " + counted(findings.errors, "error") + ", " +
+                              counted(findings.warnings, "warning") + ", " +
+                              counted(findings.notes, "note") + "\n");
+    return findings.failed ? kProblemsFound : kDone;
+}
+
+std::string explanationText(const std::string& code) {
+    return explanationOf(codeNamed(code), platform::system());
+}
+
+} // namespace tvml::host

@@ -1,0 +1,43 @@
+// The files that a command needs. Entries: readInputs, fileOfProgram.
+#include "host/inputs.h"
+
+#include "host/host_error.h"
+#include "host/text_files.h"
+#include "platform/platform.h"
+
+namespace tvml::host {
+namespace {
+
+// Long enough for any path of any system.
+constexpr std::size_t kPathUnits = 32768;
+
+} // namespace
+
+// Made from the ini files' folder, so that all that comes with the program is
+// in one place.
+std::string fileOfProgram(std::u16string_view name) {
+    const platform::Platform& system = platform::system();
+    const std::u16string program = system.hostProgramPath(kPathUnits);
+    const std::size_t separator = program.rfind(system.pathSeparator());
+    return system.toUtf8(program.substr(0, separator + 1).append(name));
+}
+
+Inputs readInputs(const Options& options) {
+    if (options.script == kStandardStream && options.description == kStandardStream) {
+        throw HostError{kWrongUsage, "tvmlfilter: error: only one of script and description can "
+                                     "come from standard input"};
+    }
+    const bool given = !options.description.empty();
+    const std::string description = given ? options.description : fileOfProgram(u"default.xml");
+    // The description that comes with the program has its own encoding.
+    const InputEncoding descriptionEncoding =
+        given ? options.descriptionEncoding.value_or(options.encoding) : InputEncoding::detect;
+    Inputs inputs;
+    inputs.scriptName = inputName(options.script);
+    inputs.descriptionName = inputName(description);
+    inputs.script = readScript(options.script, options.encoding);
+    inputs.description = readDescription(description, descriptionEncoding);
+    return inputs;
+}
+
+} // namespace tvml::host

@@ -1,0 +1,33 @@
+// What a command over one script reads before it does anything.
+#ifndef TVML_HOST_INPUTS_H
+#define TVML_HOST_INPUTS_H
+
+#include <string>
+
+#include "filter/conversion_run.h"
+#include "host/command_line.h"
+
+namespace tvml::host {
+
+struct Inputs {
+    std::u16string script;
+    std::u16string description;
+    std::string scriptName; // of the files, as messages call them
+    std::string descriptionName;
+
+    // What the options ask for; it refers to the texts.
+    ConversionRequest request(const Options& options) const {
+        return {script, options.playFrom, options.playTo, description};
+    }
+};
+
+// Reads the script and the description that the options name. Throws a
+// HostError when one cannot be read, or when both are to come from one stream.
+Inputs readInputs(const Options& options);
+
+// The path of a file that comes with the program, such as "keyword.ini".
+std::string fileOfProgram(std::u16string_view name);
+
+} // namespace tvml::host
+
+#endif
