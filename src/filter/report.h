@@ -44,6 +44,9 @@ enum class ScriptProblem : std::uint8_t {
     templateMissing,    // no template for a command
 };
 
+// What a file that a script names is for.
+enum class FileUse : std::uint8_t { picture, sound, speech };
+
 // Which table took a command or tag line.
 enum class TakenBy : std::uint8_t { tag, stagingCommand, characterCommand, pose };
 
@@ -68,6 +71,14 @@ public:
     virtual void adverbsRead(const AdverbValues&) {}
     virtual void taken(TakenBy, std::u16string_view /*name*/) {}
     virtual void templateChosen(std::u16string_view /*element*/, const Variant&) {}
+
+    // A piece of talk was written: what is said, without its caption, and the
+    // talk speed as TVML has it.
+    virtual void spoken(char16_t /*letter*/, std::u16string_view /*speech*/,
+                        std::u16string_view /*speed*/) {}
+
+    // A tag line or a command names a file.
+    virtual void fileNamed(FileUse, std::u16string_view /*file*/) {}
 
     // A line of the marker "title" or "subtitle" started a card, or completed the
     // card that the line before it started.

@@ -65,6 +65,12 @@ struct Run {
         }
     }
 
+    void tellFile(FileUse use, std::u16string_view file) const {
+        if (report != nullptr) {
+            report->fileNamed(use, file);
+        }
+    }
+
     // The next variant of an element, told to the report.
     const Variant* select(CharacterElement element, char16_t letter) {
         return told(kCharacterElements[indexOf(element)].name,

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "reading/brackets.h"
 #include "reading/script_text.h"
@@ -130,6 +131,22 @@ constexpr const CardRow& cardRow(TitleKind kind) {
     return kind == TitleKind::title ? kTitleCard : kSubtitleCard;
 }
 
+// What the file is for that a marker's line names, if it names one.
+std::optional<FileUse> fileUse(Marker marker) {
+    switch (marker) {
+    case Marker::mainImage:
+    case Marker::subImage:
+    case Marker::bgImage:
+    case Marker::rightImage:
+    case Marker::leftImage:
+        return FileUse::picture;
+    case Marker::music:
+        return FileUse::sound;
+    default:
+        return std::nullopt;
+    }
+}
+
 std::u16string_view cardSize(TitleKind kind, std::u16string_view text) {
     const std::size_t units = text.size();
     if (kind == TitleKind::subtitle) {
@@ -194,6 +211,9 @@ void TagLines::writeMarker(Marker marker, std::size_t units, std::u16string_view
     const std::u16string_view text =
         dropAndTrim(dropAndTrim(line, units, run_.words), 1, run_.words);
     RunState& state = run_.state;
+    if (const std::optional<FileUse> use = fileUse(marker)) {
+        run_.tellFile(*use, text);
+    }
     switch (marker) {
     case Marker::title:
         return writeTitleText(TitleKind::title, text);

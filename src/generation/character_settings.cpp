@@ -183,6 +183,7 @@ bool playSoundFile(CharacterCall& call) {
     SoundFile sound{*text, {}, {}};
     takeTrailingAdverbs(call.run.words, sound.file, sound.adverbs);
     takeCaption(call.run.words, sound);
+    call.run.tellFile(FileUse::speech, sound.file);
     std::u16string caption(sound.caption);
     replaceDoubleQuotes(caption);
 

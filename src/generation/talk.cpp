@@ -64,6 +64,9 @@ private:
             {u"$2", speech, withCaption},
         }};
         talk->fill(fillings, out_);
+        if (run_.report != nullptr) {
+            run_.report->spoken(speaker_, speech, run_.talkSpeed[Run::slot(speaker_)]);
+        }
     }
 
     Run& run_;

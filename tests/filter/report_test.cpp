@@ -31,6 +31,13 @@ public:
         steps += "[" + shown(values.speed) + "," + shown(values.degree) + "] ";
     }
 
+    void spoken(char16_t letter, std::u16string_view speech, std::u16string_view speed) override {
+        steps += shown({&letter, 1}) + " says<" + shown(speech) + "> at " + shown(speed) + " ";
+    }
+    void fileNamed(FileUse use, std::u16string_view file) override {
+        steps += "file" + std::to_string(static_cast<int>(use)) + "<" + shown(file) + "> ";
+    }
+
     struct Note {
         ScriptProblem what;
         std::string where;
@@ -100,8 +107,15 @@ TEST(Report, StepsOfEachLine) {
         {u"b: (happy, fast) ", "1<b: (happy, fast) > character(B,command) [2.0,] [2.0,] happy#0 "
                                "2:happy "},
         {u"(待つ)", "1<(待つ)> other(NO,command) 1:wait "},
-        {u"Hi", "1<Hi> other(NO) talk#5 "},
-        {u"(caption: x)", "1<(caption: x)> other(NO) talk#5 "},
+        {u"Hi", "1<Hi> other(NO) talk#5 A says<Hi> at 1.1 "},
+        {u"(caption: x)", "1<(caption: x)> other(NO) talk#5 A says<> at 1.1 "},
+        {u"B: はい。いいえ。(caption: x)(no blocking)",
+         "1<B: はい。いいえ。(caption: x)(no blocking)> character(B) talk#5 B says<はい。いいえ。> "
+         "at 1.0 "},
+        {u"bgm: m.wav", "1<bgm: m.wav> tag() file1<m.wav> bgm#0 0:bgm "},
+        {u"mainimage: M\\a.png", "1<mainimage: M\\a.png> tag() file0<M\\a.png> 0:mainimage "},
+        {u"B:(soundfile: v.wav)",
+         "1<B:(soundfile: v.wav)> character(B,command) file2<v.wav> 2:soundfile "},
         {u"dance:x", "1<dance:x> tag() 0:dance "},
         {u"(jig)", "1<(jig)> other(NO,command) 3:jig "},
     };
