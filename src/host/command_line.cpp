@@ -17,6 +17,7 @@
 #include "host/convert_command.h"
 #include "host/host_error.h"
 #include "host/list_command.h"
+#include "host/stats_command.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
@@ -25,6 +26,7 @@ namespace {
 // Which subcommands have an option, a bit for each.
 using CommandSet = std::uint32_t;
 constexpr CommandSet kConvert = 1U << 0;
+constexpr CommandSet kStats = 1U << 3;
 constexpr CommandSet kList = 1U << 1;
 constexpr CommandSet kCheck = 1U << 2;
 
@@ -149,9 +151,9 @@ CLI::Option* tableArgument(CLI::App& app, const OptionRow& row, Options& options
 
 // clang-format off
 constexpr OptionRow kOptions[] = {
-    {kConvert | kCheck, "SCRIPT", "", scriptArgument, "The programme script"},
+    {kConvert | kCheck | kStats, "SCRIPT", "", scriptArgument, "The programme script"},
     {kList, "TABLE", "", tableArgument, "What to list", namesOf<kListedTables>},
-    {kConvert | kCheck | kList, "-d,--description", "FILE", text<&Options::description>,
+    {kConvert | kCheck | kStats | kList, "-d,--description", "FILE", text<&Options::description>,
      "The filter description, XML"},
     {kConvert, "-o,--output", "FILE", text<&Options::output>,
      "The TVML script; without it, standard output"},
@@ -159,11 +161,11 @@ constexpr OptionRow kOptions[] = {
      "Play from this line of the script on"},
     {kConvert | kCheck, "--to", "LINE", line<&Options::playTo>,
      "End the play after this line of the script"},
-    {kConvert | kCheck | kList, "--format", "FORMAT", choice<&Options::format, kFormats>,
+    {kConvert | kCheck | kStats | kList, "--format", "FORMAT", choice<&Options::format, kFormats>,
      "Form of what is reported", namesOf<kFormats>},
-    {kConvert | kCheck, "--encoding", "NAME", choice<&Options::encoding, kInputEncodings>,
+    {kConvert | kCheck | kStats, "--encoding", "NAME", choice<&Options::encoding, kInputEncodings>,
      "Encoding of script and description", namesOf<kInputEncodings>},
-    {kConvert | kCheck | kList, "--description-encoding", "NAME",
+    {kConvert | kCheck | kStats | kList, "--description-encoding", "NAME",
      choice<&Options::descriptionEncoding, kInputEncodings>,
      "Encoding of the description alone", namesOf<kInputEncodings>},
     {kConvert, "--output-encoding", "NAME", choice<&Options::outputEncoding, kOutputEncodings>,
@@ -210,6 +212,15 @@ standard output, how many there are on standard error, and writes nothing else.
 The files are found and read as "tvmlfilter convert" does. The exit code is 3
 when a problem is an error; --failure-level draws the line elsewhere.)";
 
+constexpr const char* kStatsFooter =
+    R"(Counts lines, speeches and what is spoken, commands and tags, and the pictures
+and sounds that the script names, with whether they are there: a relative name
+begins in the script's folder, and a backslash stands between folders.
+
+The speaking time is an estimate: 300 characters of Japanese or 150 words of
+English a minute, times the talk speed that the speaker has. What is said
+offline is counted by itself; pauses and recorded speech are not counted.)";
+
 constexpr const char* kListFooter =
     R"(commands   the commands, voices and adverbs; with -d the description's poses
 tags       the markers of tag lines; with -d the description's tags
@@ -227,6 +238,8 @@ constexpr CommandRow kCommands[] = {
      runConvert},
     {kCheck, "check", "Tell what a script, its description and the vocabulary have wrong",
      kCheckFooter, runCheck},
+    {kStats, "stats", "Count what is in a script and estimate its speaking time", kStatsFooter,
+     runStats},
     {kList, "list", "List what scripts and descriptions can say", kListFooter, runList},
 };
 
