@@ -2,6 +2,7 @@
 #include "staging/xml_parser.h"
 
 #include "staging/xml_memory.h"
+#include "staging/xml_tree.h"
 
 #include <algorithm>
 #include <new>
@@ -9,17 +10,19 @@
 #include <string>
 #include <type_traits>
 
-#include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/parsers/SAXParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PanicHandler.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
@@ -50,16 +53,6 @@ constexpr int kMostPauses = 10001;
 // Thrown through the library, which takes it for its own way to end a parse.
 constexpr xml::XMLErrs::Codes kEndOfParse = xml::XMLErrs::EntityExpansionLimitExceeded;
 
-const xml::DOMNode* node(const void* pointer) {
-    return static_cast<const xml::DOMNode*>(pointer);
-}
-
-const xml::DOMElement* elementOf(const xml::DOMNode* at) {
-    return at != nullptr && at->getNodeType() == xml::DOMNode::ELEMENT_NODE
-               ? static_cast<const xml::DOMElement*>(at)
-               : nullptr;
-}
-
 // Notes where a parse ended; says nothing to anyone.
 class ErrorNote final : public xml::ErrorHandler {
 public:
@@ -81,11 +74,6 @@ public:
     std::optional<XmlError> noted;
 };
 
-bool hasValue(const xml::DOMElement& element, const char16_t* name, std::u16string_view value) {
-    const xml::DOMAttr* attribute = element.getAttributeNode(name);
-    return attribute != nullptr && value == attribute->getValue();
-}
-
 // What a parse finds out besides the document, and what it has used up. Outlives
 // the builder, which is not destroyed when memory ran out.
 struct ParseNotes {
@@ -95,22 +83,28 @@ struct ParseNotes {
     ErrorNote errors;
     std::vector<XmlPosition> positions;
     std::set<std::u16string, std::less<>> names;
-    std::size_t depth = 0;
+    XmlTree tree;
+    std::vector<xml::XMLElementDecl::CharDataOpts> content; // of the open elements
+    std::u16string qualifiedName;                           // the one at hand
     std::size_t declarations = 0;
     std::size_t addedUnits = 0;
 };
 
-// The library's own builder of documents, held within the limits.
-class Builder final : public xml::XercesDOMParser {
+// Builds the tree from what the library's scanner reports, within the limits.
+class Builder final : public xml::SAXParser {
 public:
     Builder(ParseMemory& memory, ParseNotes& notes)
-        : XercesDOMParser(nullptr, &memory), memory_(memory), notes_(notes) {
+        : SAXParser(nullptr, &memory), memory_(memory), notes_(notes), tree_(notes.tree) {
         // Without a grammar, validation could only complain to nobody.
         setValidationScheme(Val_Never);
         setDoNamespaces(true);
         setLoadExternalDTD(false);
         setLoadSchema(false);
         setDisableDefaultEntityResolution(true);
+        // The scanner reports to this object once it has handlers; they are not
+        // called, since their calls are overridden.
+        setDocumentHandler(&unused_);
+        setDTDHandler(&unused_);
         if (notes_.options.keepPositions) {
             setErrorHandler(&notes_.errors);
         }
@@ -118,61 +112,100 @@ public:
 
     void tooManyReaders() { check(false, u"The entities expand too far."); }
 
-    void startElement(const xml::XMLElementDecl& declaration, unsigned int uriId,
-                      const XMLCh* prefix, const xml::RefVectorOf<xml::XMLAttr>& attributes,
-                      XMLSize_t attributeCount, bool isEmpty, bool isRoot) override {
+    // ---- the document
+
+    void startDocument() override { tree_.start(); }
+    void endDocument() override {}
+    void resetDocument() override {}
+    void XMLDecl(const XMLCh*, const XMLCh*, const XMLCh*, const XMLCh*) override {}
+
+    void doctypeDecl(const xml::DTDElementDecl&, const XMLCh*, const XMLCh*, bool, bool) override {
+        tree_.add(NodeKind::other);
+    }
+    void docComment(const XMLCh*) override { tree_.add(NodeKind::comment); }
+    void docPI(const XMLCh*, const XMLCh*) override { tree_.add(NodeKind::other); }
+
+    void startElement(const xml::XMLElementDecl& declaration, unsigned int, const XMLCh* prefix,
+                      const xml::RefVectorOf<xml::XMLAttr>& attributes, XMLSize_t attributeCount,
+                      bool isEmpty, bool) override {
         check(attributeCount <= kMostAttributes, u"An element has too many attributes.");
-        check(++notes_.depth <= kMostDepth, u"The elements are nested too deeply.");
-        addName(prefix);
-        addName(declaration.getBaseName());
+        check(notes_.content.size() < kMostDepth, u"The elements are nested too deeply.");
+        const std::u16string_view name = qualifiedName(prefix, declaration.getBaseName());
+        std::vector<XmlNode::Attribute> kept;
+        kept.reserve(attributeCount);
         for (XMLSize_t i = 0; i < attributeCount; ++i) {
-            addAttribute(*attributes.elementAt(i));
+            kept.push_back(keptAttribute(*attributes.elementAt(i)));
         }
+        XmlNode& element = tree_.add(NodeKind::element);
+        element.name = name;
+        element.attributes = std::move(kept);
         if (notes_.options.keepPositions) {
             notes_.positions.push_back(position());
         }
-        XercesDOMParser::startElement(declaration, uriId, prefix, attributes, attributeCount,
-                                      isEmpty, isRoot);
+        if (!isEmpty) {
+            notes_.content.push_back(declaration.getCharDataOpts());
+            tree_.open();
+        }
     }
 
-    void endElement(const xml::XMLElementDecl& declaration, unsigned int uriId, bool isRoot,
-                    const XMLCh* prefix) override {
-        --notes_.depth;
-        XercesDOMParser::endElement(declaration, uriId, isRoot, prefix);
+    void endElement(const xml::XMLElementDecl&, unsigned int, bool, const XMLCh*) override {
+        notes_.content.pop_back();
+        tree_.close();
     }
 
-    void entityDecl(const xml::DTDEntityDecl& declaration, bool isParameter,
-                    bool isIgnored) override {
+    void startEntityReference(const xml::XMLEntityDecl&) override {
+        tree_.add(NodeKind::other);
+        tree_.open();
+    }
+    void endEntityReference(const xml::XMLEntityDecl&) override { tree_.close(); }
+
+    // Where the document type does not allow text, a document has none.
+    void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override {
+        if (notes_.content.empty()) {
+            return;
+        }
+        if (isCdata) {
+            tree_.add(NodeKind::cdata);
+        } else if (notes_.content.back() == xml::XMLElementDecl::AllCharData ||
+                   (notes_.content.back() == xml::XMLElementDecl::SpacesOk &&
+                    xml::XMLChar1_0::isAllSpaces(text, length))) {
+            tree_.addText({text, length});
+        }
+    }
+    void ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool) override {
+        if (!notes_.content.empty()) {
+            tree_.addText({text, length});
+        }
+    }
+
+    // ---- the document type
+
+    void resetDocType() override {}
+    void startIntSubset() override {}
+    void endIntSubset() override {}
+    void startExtSubset() override {}
+    void endExtSubset() override {}
+    void doctypeComment(const XMLCh*) override {}
+    void doctypePI(const XMLCh*, const XMLCh*) override {}
+    void doctypeWhitespace(const XMLCh*, XMLSize_t) override {}
+    void endAttList(const xml::DTDElementDecl&) override {}
+    void TextDecl(const XMLCh*, const XMLCh*) override {}
+
+    void entityDecl(const xml::DTDEntityDecl& declaration, bool, bool) override {
         addDeclaration();
         check(declaration.getValueLen() <= kLongestEntity, u"An entity is too long.");
         memory_.limitReaders(kAddedUnits / (declaration.getValueLen() + 1));
-        XercesDOMParser::entityDecl(declaration, isParameter, isIgnored);
     }
-
-    void attDef(const xml::DTDElementDecl& element, const xml::DTDAttDef& attribute,
-                bool isIgnored) override {
+    void attDef(const xml::DTDElementDecl&, const xml::DTDAttDef&, bool) override {
         addDeclaration();
-        XercesDOMParser::attDef(element, attribute, isIgnored);
     }
-
-    void startAttList(const xml::DTDElementDecl& element) override {
-        addDeclaration();
-        XercesDOMParser::startAttList(element);
-    }
-
-    void elementDecl(const xml::DTDElementDecl& element, bool isIgnored) override {
-        addDeclaration();
-        XercesDOMParser::elementDecl(element, isIgnored);
-    }
-
-    void notationDecl(const xml::XMLNotationDecl& notation, bool isIgnored) override {
-        addDeclaration();
-        XercesDOMParser::notationDecl(notation, isIgnored);
-    }
+    void startAttList(const xml::DTDElementDecl&) override { addDeclaration(); }
+    void elementDecl(const xml::DTDElementDecl&, bool) override { addDeclaration(); }
+    void notationDecl(const xml::XMLNotationDecl&, bool) override { addDeclaration(); }
 
 private:
     XmlPosition position() const {
-        const xml::Locator* locator = getScanner()->getLocator();
+        const xml::Locator* locator = getScanner().getLocator();
         return {locator->getLineNumber(), locator->getColumnNumber()};
     }
 
@@ -188,28 +221,35 @@ private:
               u"The document type has too many declarations.");
     }
 
-    void addName(const XMLCh* text) {
-        if (text == nullptr || *text == u'\0') {
-            return;
+    // A view of the one copy of a name that is kept.
+    std::u16string_view nameOf(std::u16string_view text) {
+        const auto found = notes_.names.find(text);
+        if (found != notes_.names.end()) {
+            return *found;
         }
-        const std::u16string_view name = text;
-        if (!notes_.names.contains(name)) {
-            check(notes_.names.size() < kMostNames, u"There are too many different names.");
-            notes_.names.emplace(name);
-        }
+        check(notes_.names.size() < kMostNames, u"There are too many different names.");
+        return *notes_.names.emplace(text).first;
     }
 
-    void addAttribute(const xml::XMLAttr& attribute) {
-        addName(attribute.getPrefix());
-        addName(attribute.getName());
-        if (xml::XMLString::equals(attribute.getPrefix(), xml::XMLUni::fgXMLNSString) ||
-            xml::XMLString::equals(attribute.getName(), xml::XMLUni::fgXMLNSString)) {
-            addName(attribute.getValue());
+    std::u16string_view qualifiedName(const XMLCh* prefix, const XMLCh* name) {
+        if (prefix == nullptr || *prefix == u'\0') {
+            return nameOf(name);
+        }
+        notes_.qualifiedName.assign(prefix).append(u":").append(name);
+        return nameOf(notes_.qualifiedName);
+    }
+
+    XmlNode::Attribute keptAttribute(const xml::XMLAttr& attribute) {
+        const std::u16string_view value = attribute.getValue();
+        const std::u16string_view name = qualifiedName(attribute.getPrefix(), attribute.getName());
+        if (name.starts_with(xml::XMLUni::fgXMLNSString)) {
+            nameOf(value);
         }
         if (!attribute.getSpecified()) {
-            notes_.addedUnits += kAttributeUnits + xml::XMLString::stringLen(attribute.getValue());
+            notes_.addedUnits += kAttributeUnits + value.size();
             check(notes_.addedUnits <= kAddedUnits, u"Too many attributes have default values.");
         }
+        return {name, std::u16string(value)};
     }
 
     // What an attribute takes in memory besides its value, in units.
@@ -217,6 +257,8 @@ private:
 
     ParseMemory& memory_;
     ParseNotes& notes_;
+    XmlTree& tree_;
+    xml::HandlerBase unused_;
 };
 
 // The bytes before one prefix too many. The library compares every name of a tag
@@ -272,6 +314,12 @@ bool XmlLibrary::hold() {
     } catch (const std::bad_alloc&) {
         broken = true;
         throw;
+    } catch (xml::PanicHandler::PanicReasons reason) {
+        broken = true;
+        if (reason == xml::PanicHandler::Panic_AllStaticInitErr) { // no memory for its statics
+            throw std::bad_alloc();
+        }
+        return false;
     } catch (...) { // the library throws types of its own
         broken = true;
         return false;
@@ -309,7 +357,7 @@ public:
         }
     }
 
-    const xml::DOMNode* root() { return builder_->getDocument(); }
+    const XmlNode* root() { return notes_.tree.root(); }
     const std::vector<XmlPosition>& positions() const { return notes_.positions; }
     const std::optional<XmlError>& error() const { return notes_.errors.noted; }
 
@@ -349,35 +397,24 @@ bool XMLParser::nextNode() {
     if (current_ == nullptr) {
         return false;
     }
-    const xml::DOMNode* next = node(current_)->getFirstChild();
-    for (const xml::DOMNode* at = node(current_); next == nullptr && at != nullptr;
-         at = at->getParentNode()) {
-        next = at->getNextSibling();
+    const XmlNode* next = current_->firstChild;
+    for (const XmlNode* at = current_; next == nullptr && at != nullptr; at = at->parent) {
+        next = at->nextSibling;
     }
     if (next == nullptr) {
         return false;
     }
     current_ = next;
-    elementNumber_ += elementOf(next) != nullptr ? 1 : 0;
+    elementNumber_ += next->kind == NodeKind::element ? 1 : 0;
     return true;
 }
 
 NodeKind XMLParser::nodeKind() const {
-    if (current_ == nullptr) {
-        return NodeKind::none;
-    }
-    switch (node(current_)->getNodeType()) {
-    case xml::DOMNode::ELEMENT_NODE:
-        return NodeKind::element;
-    case xml::DOMNode::TEXT_NODE:
-        return NodeKind::text;
-    case xml::DOMNode::COMMENT_NODE:
-        return NodeKind::comment;
-    case xml::DOMNode::CDATA_SECTION_NODE:
-        return NodeKind::cdata;
-    default:
-        return NodeKind::other;
-    }
+    return current_ != nullptr ? current_->kind : NodeKind::none;
+}
+
+const XmlNode* XMLParser::currentElement() const {
+    return nodeKind() == NodeKind::element ? current_ : nullptr;
 }
 
 bool XMLParser::matchElement(std::u16string_view name, unsigned levelsUp, const char16_t* attrName1,
@@ -387,32 +424,34 @@ bool XMLParser::matchElement(std::u16string_view name, unsigned levelsUp, const 
     if (kind != NodeKind::element && kind != NodeKind::text) {
         return false;
     }
-    const xml::DOMNode* at = node(current_);
+    const XmlNode* at = current_;
     for (; levelsUp > 0 && at != nullptr; --levelsUp) {
-        at = at->getParentNode();
+        at = at->parent;
     }
-    const xml::DOMElement* element = elementOf(at);
-    if (element == nullptr || name != element->getTagName()) {
+    if (at == nullptr || at->kind != NodeKind::element || name != at->name) {
         return false;
     }
-    return (attrName1 == nullptr || hasValue(*element, attrName1, attrValue1)) &&
-           (attrName1 == nullptr || attrName2 == nullptr ||
-            hasValue(*element, attrName2, attrValue2));
+    const auto hasValue = [at](const char16_t* attribute, std::u16string_view value) {
+        const XmlNode::Attribute* found = at->attribute(attribute);
+        return found != nullptr && found->value == value;
+    };
+    return attrName1 == nullptr || (hasValue(attrName1, attrValue1) &&
+                                    (attrName2 == nullptr || hasValue(attrName2, attrValue2)));
 }
 
 std::u16string_view XMLParser::elementName() const {
-    const xml::DOMElement* element = elementOf(node(current_));
-    return element != nullptr ? std::u16string_view(element->getTagName()) : std::u16string_view{};
+    const XmlNode* element = currentElement();
+    return element != nullptr ? element->name : std::u16string_view{};
 }
 
 std::optional<std::u16string_view> XMLParser::elementText() const {
-    const xml::DOMElement* element = elementOf(node(current_));
-    const xml::DOMNode* child = element != nullptr ? element->getFirstChild() : nullptr;
-    if (child == nullptr || child->getNodeType() != xml::DOMNode::TEXT_NODE) {
+    const XmlNode* element = currentElement();
+    const XmlNode* child = element != nullptr ? element->firstChild : nullptr;
+    if (child == nullptr || child->kind != NodeKind::text) {
         return std::nullopt;
     }
     static constexpr std::u16string_view kWhiteSpace = u" \t\r\n";
-    const std::u16string_view text = child->getNodeValue();
+    const std::u16string_view text = child->text;
     const std::size_t first = text.find_first_not_of(kWhiteSpace);
     if (first == std::u16string_view::npos) {
         return std::nullopt;
@@ -421,11 +460,12 @@ std::optional<std::u16string_view> XMLParser::elementText() const {
 }
 
 std::optional<std::u16string_view> XMLParser::attributeValue(const char16_t* name) const {
-    const xml::DOMElement* element = elementOf(node(current_));
-    if (name == nullptr || element == nullptr || !element->hasAttributes()) {
+    const XmlNode* element = currentElement();
+    if (name == nullptr || element == nullptr || element->attributes.empty()) {
         return std::nullopt;
     }
-    return std::u16string_view(element->getAttribute(name));
+    const XmlNode::Attribute* found = element->attribute(name);
+    return found != nullptr ? std::u16string_view(found->value) : std::u16string_view{};
 }
 
 bool XMLParser::hasAttributeValue(const char16_t* name) const {

@@ -12,6 +12,8 @@
 
 namespace tvml {
 
+struct XmlNode;
+
 // The kind of the node under the cursor.
 enum class NodeKind : std::uint8_t {
     none = 0,
@@ -106,12 +108,14 @@ public:
     const std::optional<XmlError>& error() const;
 
 private:
-    class Document; // the XML library's parser, which owns the document
+    class Document; // the XML library's parser and the document
+
+    const XmlNode* currentElement() const;
 
     XmlLibrary library_; // outlives the document
     std::unique_ptr<Document> parser_;
-    const void* document_ = nullptr; // DOM nodes, known as such in the .cpp only
-    const void* current_ = nullptr;
+    const XmlNode* document_ = nullptr;
+    const XmlNode* current_ = nullptr;
     bool started_ = false;
     std::size_t elementNumber_ = 0;
 };

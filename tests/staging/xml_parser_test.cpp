@@ -61,6 +61,9 @@ TEST(XmlParser, WalksInDocumentOrderUpToTheFirstError) {
         // an entity is a node of its own, so it gives its element no text
         {"<!DOCTYPE s [<!ENTITY e 'v'>]><s>&e;</s>", "5 5 s 5 2 "},
         {"<!DOCTYPE s [<!ENTITY e 'v'>]><s>x&e;</s>", "5 5 s=x 2 5 2 "},
+        // a document type can leave no room for text
+        {"<!DOCTYPE s [<!ELEMENT s EMPTY>]><s> x<a>y</a></s>", "5 5 s a=y 2 "},
+        {"<!DOCTYPE s [<!ELEMENT s (a)>]><s>x<a/> <a/>&#32;x</s>", "5 5 s a 2 a "},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(walked(row.xml), row.nodes) << row.xml;
