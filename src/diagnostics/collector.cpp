@@ -125,8 +125,11 @@ struct DiagnosticCollector::Work {
 
     void checkPlayLine(std::int32_t asked, std::int64_t last) {
         if (asked < 0 || asked > last) {
-            checks->found.push_back(makeDiagnostic(
-                "F404", SourceKind::script, {}, {decimalText(asked), decimalText(facts.number)}));
+            // The place is the script's last line, where there is one.
+            const TextRange range{facts.number, 0, facts.line.size()};
+            checks->found.push_back(
+                makeDiagnostic("F404", SourceKind::script, range,
+                               {decimalText(asked), decimalText(facts.number)}));
         }
     }
 

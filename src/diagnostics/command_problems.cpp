@@ -278,6 +278,24 @@ void tellCondition(ScriptChecks& checks, const LineFacts& facts, const Told& tol
     }
 }
 
+bool isLatin(char16_t unit) {
+    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
+}
+
+// The word of a line that begins with the letter at `part`: "look at screen" has
+// one that nobody meant as a letter. `part` becomes that of the word.
+std::u16string_view wholeWord(const LineFacts& facts, std::optional<LinePart>& part,
+                              std::u16string_view letter) {
+    if (!part.has_value() || letter.size() != 1 || !isLatin(letter.front())) {
+        return letter;
+    }
+    while (part->start + part->units < facts.line.size() &&
+           isLatin(facts.line[part->start + part->units])) {
+        ++part->units;
+    }
+    return facts.line.substr(part->start, part->units);
+}
+
 void tellReplacedLetter(ScriptChecks& checks, const LineFacts& facts, const Told& told) {
     // A pair of one letter may have become one by a replacement; that is told.
     const auto alsoTold = [&](bool pair) {
@@ -286,8 +304,10 @@ void tellReplacedLetter(ScriptChecks& checks, const LineFacts& facts, const Told
         });
     };
     if (told.detail.empty()) {
-        checks.add("S109", facts, told.part,
-                   {told.where, checks.characters(), alsoTold(true) ? u"A and B are" : u"A is"});
+        std::optional<LinePart> part = told.part;
+        const std::u16string_view written = wholeWord(facts, part, told.where);
+        checks.add("S109", facts, part,
+                   {written, checks.characters(), alsoTold(true) ? u"A and B are" : u"A is"});
     } else if (!alsoTold(false)) {
         checks.add("S131", facts, told.part, {told.where});
     }
@@ -315,11 +335,8 @@ std::optional<LinePart> firstUnit(std::optional<LinePart> part) {
 
 // "speak slowly" has the name of a command in front, but means another one.
 bool isTailOfWord(const LineFacts& facts, const Told& told) {
-    const auto isLetter = [](char16_t unit) {
-        return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
-    };
     return told.part.has_value() && told.part->start > 0 && !told.where.empty() &&
-           isLetter(told.where.front()) && isLetter(facts.line[told.part->start - 1]);
+           isLatin(told.where.front()) && isLatin(facts.line[told.part->start - 1]);
 }
 
 // One reason for which a command was not carried out. False for what says
@@ -468,9 +485,59 @@ bool tellMissingSeparator(ScriptChecks& checks, const LineFacts& facts, std::u16
     return false;
 }
 
+// A pose that the description has for other characters only.
+bool tellForeignPose(ScriptChecks& checks, const LineFacts& facts, std::u16string_view head) {
+    const StagingDescription& staging = *checks.staging;
+    const auto name = staging.poseNames.find(head);
+    const auto pose =
+        staging.poseTemplates.find(name == staging.poseNames.end() ? head : name->second);
+    const char16_t letter = facts.speaker != 0 ? facts.speaker : u'A';
+    if (pose == staging.poseTemplates.end() || pose->second.contains(letter) ||
+        pose->second.contains(sharedKey)) {
+        return false;
+    }
+    std::u16string owners;
+    for (const auto& [owner, text] : pose->second) {
+        owners.append(owners.empty() ? u"" : u", ").append(letterText(owner));
+    }
+    checks.add("S139", facts, partIn(facts, head), {head, owners, letterText(letter)});
+    return true;
+}
+
+// "（ＢＧＭ：x.wav）" and "（Ａ：お辞儀）": right words in the wrong place.
+bool tellMisplaced(ScriptChecks& checks, const LineFacts& facts) {
+    const KeywordTable& words = checks.words;
+    const std::u16string_view tag = tagName(checks, facts.inner);
+    if (!tag.empty()) {
+        checks.add("S140", facts, partIn(facts, tag), {tag});
+        return true;
+    }
+    std::u16string_view inner = trimScriptText(facts.inner, words);
+    const std::u16string_view speaker = inner.substr(0, 1);
+    const std::u16string_view rest = speaker.empty() ? speaker : dropAndTrim(inner, 1, words);
+    if (characterLetterOf(speaker, words).empty() || !startsWithColon(rest, words) ||
+        commandOwner(checks, dropUnits(rest, 1)) == CommandOwner::none) {
+        return false;
+    }
+    checks.add("S141", facts, partIn(facts, speaker), {speaker});
+    return true;
+}
+
+// A command with something behind it that is no list of adverbs.
+bool tellSurplus(ScriptChecks& checks, const LineFacts& facts, std::u16string_view head) {
+    const auto start = static_cast<std::size_t>(head.data() - facts.inner.data()) + head.size();
+    const std::u16string_view rest = trimScriptText(dropUnits(facts.inner, start), checks.words);
+    if (rest.empty() || commandOwner(checks, head) == CommandOwner::none) {
+        return false;
+    }
+    checks.add("S130", facts, partIn(facts, rest), {rest});
+    return true;
+}
+
 void tellUnknown(ScriptChecks& checks, const LineFacts& facts) {
     const std::u16string_view head = headOf(facts.inner, checks.words);
-    if (!tellMissingSeparator(checks, facts, head)) {
+    if (!tellForeignPose(checks, facts, head) && !tellMisplaced(checks, facts) &&
+        !tellMissingSeparator(checks, facts, head) && !tellSurplus(checks, facts, head)) {
         checks.add("S101", facts, partIn(facts, head), {head}).suggestions =
             closestCommands(checks, facts, head);
     }

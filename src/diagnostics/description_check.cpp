@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <utility>
 
 #include "diagnostics/description_elements.h"
 #include "diagnostics/suggestions.h"
@@ -263,6 +264,7 @@ private:
                 checks_.add("D331", name, {name, u"it holds a separator"});
             } else if (isPose && attribute == u"japanesename") {
                 checkPoseWord(element, name);
+                checkPoseName(element, name);
             }
         }
     }
@@ -274,6 +276,16 @@ private:
         if (recognition.row != nullptr && phrase != element.attribute(u"englishname")) {
             checks_.add("D331", name, {name, u"it is the word of a command"});
         }
+    }
+
+    // One Japanese name leads to one English name, that of the last pose.
+    void checkPoseName(const ElementFacts& element, std::u16string_view name) {
+        const std::u16string_view english = element.attribute(u"englishname");
+        const auto [known, isNew] = poseNames_.try_emplace(std::u16string(name), name, english);
+        if (!isNew && known->second.second != english) {
+            checks_.add("D331", known->second.first, {name, u"a later pose has it, too"});
+        }
+        known->second = {name, english};
     }
 
     // ---- elements that take the place of others
@@ -531,6 +543,8 @@ private:
     std::u16string_view numberTag_;       // of the first <numofchar>
     std::map<std::u16string, std::int32_t> firstLines_;
     std::map<std::u16string, std::u16string_view> repeated_;
+    // Japanese name -> its place and the English name
+    std::map<std::u16string, std::pair<std::u16string_view, std::u16string_view>> poseNames_;
 };
 
 } // namespace

@@ -42,6 +42,8 @@ std::string_view exampleTitle(ExampleKind kind) {
         return "Script";
     case ExampleKind::playLine:
         return "Script, played from line 9";
+    case ExampleKind::bareScript:
+        return "Script, without description and vocabulary";
     case ExampleKind::description:
         return "Description";
     case ExampleKind::vocabulary:

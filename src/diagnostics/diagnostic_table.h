@@ -23,7 +23,15 @@ enum class Severity : std::uint8_t { note, warning, error };
 //               shipped vocabulary; a comment in place of a key removes it.
 //  noVocabulary a whole vocabulary file.
 //  playLine     a script, converted from line kExamplePlayFrom.
-enum class ExampleKind : std::uint8_t { script, description, vocabulary, noVocabulary, playLine };
+//  bareScript   a script without description and vocabulary.
+enum class ExampleKind : std::uint8_t {
+    script,
+    description,
+    vocabulary,
+    noVocabulary,
+    playLine,
+    bareScript
+};
 
 struct DiagnosticRow {
     std::string_view code; // never reused for another meaning
@@ -34,7 +42,8 @@ struct DiagnosticRow {
     std::u16string_view example;
 };
 
-// Three characters of whom C has no model, a set, a pose and a tag.
+// Three characters of whom C has no model, a set, two poses, one of B alone, and
+// a tag.
 inline constexpr std::u16string_view kExampleDescription =
     u"<staging>\n"
     u"<numofchar>3</numofchar>\n"
@@ -49,6 +58,9 @@ inline constexpr std::u16string_view kExampleDescription =
     u"<set>\nニューススタジオ::NewsStudio::news.obj\n</set>\n"
     u"<pose japanesename=\"ばんざい\" englishname=\"banzai\">\n"
     u"character: gesture( name=$1, speed=$2, level=$3, wait=$4 )\n"
+    u"</pose>\n"
+    u"<pose japanesename=\"敬礼\" englishname=\"salute\" character=\"B\">\n"
+    u"character: gesture( name=$1 )\n"
     u"</pose>\n"
     u"<tag japanesename=\"速報\" englishname=\"flash\">\n"
     u"super: on( text=\"$1\" )\n"
@@ -152,7 +164,7 @@ inline constexpr std::array kDiagnosticRows{
      u"Cameras, pictures, supers, sets, lights and waits belong to no character. Write the line without the letter and the colon.",
      ExampleKind::script, u"Ａ：（字幕オン）\n"},
     DiagnosticRow{"S130", Severity::error, u"\"%1\" cannot stand behind this command; it is not carried out",
-     u"The commands that leave out the opening or the ending stand alone, without adverbs.",
+     u"Only commands that name a set, a sound file, a voice or a model have a colon, and those that leave out the opening or the ending have no adverbs either.",
      ExampleKind::script, u"（オープニングオフ、同時）\n"},
     DiagnosticRow{"S131", Severity::warning, u"\"%1\" names one character twice; the shot shows A and B",
      u"A shot of two has two different letters.",
@@ -175,10 +187,28 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"S137", Severity::warning, u"\"%1\" has no file behind its colon",
      u"The line is written with an empty file name, which a player cannot show or play.",
      ExampleKind::script, u"サブイメージ：\n"},
+    DiagnosticRow{"S138", Severity::error, u"no template can show <%1>; the line writes nothing",
+     u"The description has no such element, and the built-in one needs the font that the vocabulary names.",
+     ExampleKind::bareScript, u"title: Evening news\nsubtitle: From the harbour\n"},
+    DiagnosticRow{"S139", Severity::error, u"\"%1\" is a pose of %2, not of %3; the line writes nothing",
+     u"A pose with a character attribute belongs to that character alone. Leave the attribute out of the description for a pose of all. A command without a speaker is A's.",
+     ExampleKind::script, u"Ａ：（敬礼）\n"},
+    DiagnosticRow{"S140", Severity::error, u"\"%1\" is a tag, which stands without brackets; the line writes nothing",
+     u"Titles, supers, pictures, music and the tags of the description are lines of their own, without brackets and speaker.",
+     ExampleKind::script, u"（ＢＧＭ：theme.wav）\n"},
+    DiagnosticRow{"S141", Severity::error, u"the speaker \"%1\" stands between the brackets; the line writes nothing",
+     u"The letter and the colon stand in front of the bracket that opens the command.",
+     ExampleKind::script, u"（Ａ：お辞儀）\n"},
+    DiagnosticRow{"S142", Severity::warning, u"\"%1\" is a tag, which takes no speaker; the line is spoken",
+     u"Titles, supers, pictures, music and the tags of the description belong to no character. Write the line without the letter and its colon.",
+     ExampleKind::script, u"Ａ：スーパー：本日開店\n"},
+    DiagnosticRow{"S143", Severity::warning, u"the speech is cut in the middle of a character behind \"%1\"",
+     u"Long sentences are spoken in pieces that end at commas. One clause was longer than a piece can be, and the cut fell between the two units of one character, which UTF-8 cannot keep; give it a comma or make two sentences.",
+     ExampleKind::script, u"Ａ：あ𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟。\n"},
 
     // ---- V: the vocabulary
     DiagnosticRow{"V201", Severity::error, u"the key \"%1\" is missing; it and the %2 keys behind it are not loaded",
-     u"Keys are loaded in a fixed order, and loading ends at the first one that is missing or has no value. Scripts cannot use the words behind it.",
+     u"Keys are loaded in a fixed order, and loading ends at the first one that is missing or has no value. Scripts cannot use the words behind it. The place is that of the key before it, or of the section.",
      ExampleKind::vocabulary, u";title=タイトル\n"},
     DiagnosticRow{"V202", Severity::error, u"the word of \"%1\" is longer than 126 units; it and the %2 keys behind it are not loaded",
      u"Keys are loaded in a fixed order, and loading ends at the first word that is too long. Shorten it.",
@@ -316,7 +346,7 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"F403", Severity::error, u"the description ends at the character U+0000 in this line",
      u"What stands behind it is not read. The file may be damaged or in another encoding.",
      ExampleKind::description, wholeText(u"<staging>\n<numofchar>2</numofchar>\n</staging>\n\0<!-- end -->\n")},
-    DiagnosticRow{"F404", Severity::warning, u"line %1 lies outside the script, which has %2 lines",
+    DiagnosticRow{"F404", Severity::warning, u"line %1 lies outside the script, whose last line is %2",
      u"The line numbers for playing a part of the programme count from 1.",
      ExampleKind::playLine, u"Ａ：こんにちは。\n"},
 };

@@ -51,9 +51,10 @@ bool sameIniName(std::u16string_view a, std::u16string_view b) {
                       [](char16_t x, char16_t y) { return lower(x) == lower(y); });
 }
 
-std::vector<IniEntry> scanIni(std::u16string_view text, std::u16string_view section, bool& found) {
+std::vector<IniEntry> scanIni(std::u16string_view text, std::u16string_view section,
+                              TextRange& header) {
     std::vector<IniEntry> entries;
-    found = false;
+    header = {};
     bool inside = false;
     std::int32_t number = 0;
     while (!text.empty()) {
@@ -67,8 +68,11 @@ std::vector<IniEntry> scanIni(std::u16string_view text, std::u16string_view sect
         }
         const std::size_t bracket = line.front() == u'[' ? line.rfind(u']') : line.npos;
         if (bracket != line.npos) {
-            inside = !found && sameIniName(trim(line.substr(1, bracket - 1)), section);
-            found = found || inside;
+            inside = header.line == 0 && sameIniName(trim(line.substr(1, bracket - 1)), section);
+            if (inside) {
+                header = {number, static_cast<std::size_t>(line.data() - whole.data()),
+                          line.size()};
+            }
         } else if (inside && line.front() != u'[') {
             entries.push_back(entryOf(whole, line, number));
         }

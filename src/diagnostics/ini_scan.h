@@ -18,8 +18,10 @@ struct IniEntry {
 };
 
 // The entries of the first section `section`, read as the ini service reads
-// them. `found` tells whether there is such a section.
-std::vector<IniEntry> scanIni(std::u16string_view text, std::u16string_view section, bool& found);
+// them. `header` becomes the place of the section's line, with a line of 0 when
+// there is no such section.
+std::vector<IniEntry> scanIni(std::u16string_view text, std::u16string_view section,
+                              TextRange& header);
 
 // Names compare without case, for ASCII letters only.
 bool sameIniName(std::u16string_view a, std::u16string_view b);

@@ -83,6 +83,9 @@ bool talkNeedsCheck(const ScriptChecks& checks, const LineFacts& facts);
 enum class CommandOwner : std::uint8_t { none, character, studio };
 CommandOwner commandOwner(const ScriptChecks& checks, std::u16string_view text);
 
+// The name by which a text is a tag line, a part of it; empty when it is none.
+std::u16string_view tagName(const ScriptChecks& checks, std::u16string_view text);
+
 // The one-time note that a character has no model.
 void tellModelless(ScriptChecks& checks, const LineFacts& facts, const Told& told);
 

@@ -190,7 +190,10 @@ bool tellHead(ScriptChecks& checks, const LineFacts& facts, std::u16string_view 
         return true;
     }
     if (isName(head)) {
-        checks.addAt("S120", facts, head, {head});
+        Diagnostic& found = checks.addAt("S120", facts, head, {head});
+        if (head.size() > 2) { // shorter ones are like too much
+            found.suggestions = closest.take();
+        }
         return true;
     }
     return false;
@@ -362,6 +365,24 @@ void tellGroups(ScriptChecks& checks, const LineFacts& facts, std::u16string_vie
     }
 }
 
+// A cheap look at what may be a tag behind a speaker.
+bool mayHoldTag(const ScriptChecks& checks, const LineFacts& facts) {
+    const std::u16string_view content =
+        dropUnits(facts.line, contentStart(facts, checks.words)).substr(0, kLongestHead);
+    return !content.empty() &&
+           (checks.markers.candidates(content) != 0 ||
+            checks.tagStarts.test(content.front() & 0xFFu)) &&
+           holdsEither(content, u':', firstUnitOr(checks.words[u"colon"], u':'));
+}
+
+bool tellSpokenTag(ScriptChecks& checks, const LineFacts& facts, std::u16string_view content) {
+    const std::u16string_view tag = tagName(checks, content);
+    if (!tag.empty()) {
+        checks.addAt("S142", facts, tag, {tag});
+    }
+    return !tag.empty();
+}
+
 // A command in brackets of another kind.
 bool tellOtherBrackets(ScriptChecks& checks, const LineFacts& facts, std::u16string_view content) {
     const std::size_t kind = content.empty() ? kNone : kOtherBrackets.find(content.front());
@@ -402,8 +423,10 @@ void tellCut(ScriptChecks& checks, const LineFacts& facts, const Told& told) {
         end->start += end->units - units;
         end->units = units;
     }
-    checks.add("S133", facts, end,
-               {std::u16string_view(told.where).substr(told.where.size() - units)});
+    std::u16string_view shown = std::u16string_view(told.where).substr(told.where.size() - units);
+    const bool inCharacter = !shown.empty() && (shown.back() & 0xFC00) == 0xD800;
+    shown.remove_suffix(inCharacter ? 1 : 0);
+    checks.add(inCharacter ? Code("S143") : Code("S133"), facts, end, {shown});
 }
 
 // Tells what needs no look at the line; returns whether the brackets at the end
@@ -472,10 +495,20 @@ bool namesFile(std::u16string_view marker) {
 
 } // namespace
 
+std::u16string_view tagName(const ScriptChecks& checks, std::u16string_view text) {
+    std::u16string_view line = text;
+    if (classifyLine(line, checks.staging->tags, checks.words, checks.markers) != LineKind::tag) {
+        return {};
+    }
+    const std::size_t colon = std::min(line.find(u':'), checks.words[u"colon"].findUnitsIn(line));
+    return trimScriptText(line.substr(0, colon), checks.words);
+}
+
 bool talkNeedsCheck(const ScriptChecks& checks, const LineFacts& facts) {
     const std::u16string_view line = facts.line;
     // A sentence in other brackets is a quotation, and no command.
     return line.empty() || (facts.kind == LineKind::other && mayLackSpeaker(checks, line)) ||
+           (facts.kind == LineKind::character && mayHoldTag(checks, facts)) ||
            (isOtherClosing(line.back()) &&
             findUnit(line, firstUnitOr(checks.words[u"kuten"], u'.')) == kNone) ||
            bracketsNeedCheck(checks.words, facts);
@@ -493,7 +526,7 @@ void checkTalkLine(ScriptChecks& checks, const LineFacts& facts) {
         }
         return;
     }
-    if (tellOtherBrackets(checks, facts, content) ||
+    if (tellSpokenTag(checks, facts, content) || tellOtherBrackets(checks, facts, content) ||
         (told.captioned && tellCaptionedCommand(checks, facts, content))) {
         return;
     }
@@ -502,6 +535,9 @@ void checkTalkLine(ScriptChecks& checks, const LineFacts& facts) {
 
 void checkTagLine(ScriptChecks& checks, const LineFacts& facts) {
     for (const Told& told : facts.told) {
+        if (told.what == ScriptProblem::templateMissing) {
+            checks.add("S138", facts, std::nullopt, {told.detail});
+        }
         ClosestNames closest(told.where);
         if (told.what == ScriptProblem::colourUnknown &&
             isColourLike(checks, told.where, closest)) {

@@ -60,7 +60,7 @@ std::u16string numberText(std::size_t number) {
 class VocabularyCheck {
 public:
     VocabularyCheck(const KeywordTable& words, std::u16string_view text)
-        : words_(words), commands_(words), entries_(scanIni(text, kSection, sectionFound_)) {
+        : words_(words), commands_(words), entries_(scanIni(text, kSection, header_)) {
         for (const IniEntry& entry : entries_) {
             const auto key = std::find_if(kKeys.begin(), kKeys.end(),
                                           [&](auto name) { return sameIniName(name, entry.key); });
@@ -77,7 +77,7 @@ public:
     }
 
     std::vector<Diagnostic> run() {
-        if (!sectionFound_) {
+        if (header_.line == 0) {
             found_ = {makeDiagnostic("F401", SourceKind::vocabulary, {})};
             return std::move(found_);
         }
@@ -124,7 +124,12 @@ private:
         }
         loaded_ = words_.problemKey();
         const std::u16string behind = numberText(kKeyCount - loaded_ - 1);
-        add(words_.problem() == LoadProblem::missing ? Code("V201") : Code("V202"), loaded_,
+        // A key that has no entry has no place; the writer looks for it behind
+        // the one before it.
+        const TextRange place = places_.contains(loaded_) ? placeOf(loaded_)
+                                : loaded_ > 0             ? placeOf(loaded_ - 1)
+                                                          : header_;
+        add(words_.problem() == LoadProblem::missing ? Code("V201") : Code("V202"), place,
             {kKeys[loaded_], behind});
     }
 
@@ -136,7 +141,7 @@ private:
         }
         if (isUnitKey(key) && text.size() != 1) {
             add("V207", key, {kKeys[key], numberText(text.size())});
-        } else if (isUnitKey(key) || isOneOf(kSetKeys, key)) {
+        } else if (isUnitKey(key) || isOneOf(kSetKeys, key) || text.size() == 1) {
             checkUnits(key, text);
         }
     }
@@ -282,7 +287,7 @@ private:
 
     const KeywordTable& words_;
     CommandIndex commands_;
-    bool sectionFound_ = false;
+    TextRange header_;
     int suggestionsLeft_ = 200; // keeps a file of unknown keys fast
     std::vector<IniEntry> entries_;
     std::map<std::size_t, const IniEntry*> places_; // key -> its first entry

@@ -39,8 +39,6 @@ enum class ScriptProblem : std::uint8_t {
     bracketUnopened,    // talk that ends with a lone closing bracket
     captionMakesTalk,   // a command that its bracketed caption makes talk
     sentenceCutInWord,  // where: the piece
-    titleUnfinished,    // a card whose second text never came
-    playLineOutside,    // playFrom or playTo names no line
     templateMissing,    // no template for a command
 };
 

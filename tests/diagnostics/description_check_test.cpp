@@ -32,6 +32,9 @@ TEST(DescriptionCheck, Elements) {
         {u"<twoshot character1='A'>t( $1, $2 )</twoshot>", "2:22 D320 [A]"},
         {u"<pose japanesename=' 礼' englishname='rei'>p( $1 )</pose>", "2:21 D331 [ 礼]"},
         {u"<pose japanesename='礼' englishname='a,b'>p( $1 )</pose>", "2:37 D331 [a,b]"},
+        {u"<pose japanesename='礼' englishname='a'>p( $1 )</pose>\n"
+         u"<pose japanesename='礼' englishname='b'>p( $1 )</pose>",
+         "2:21 D331 [礼]"},
         {u"<pose japanesename='お辞儀' englishname='bow'>p( $1 )</pose>", ""},
         {u"<pose japanesename='礼'>p( $1 )</pose>", "2:1 D309 [<pose japanesename='礼'>]"},
         {u"<set>\n体育館::Gym::gym.obj\n講堂::Gym::hall.obj\n</set>", "4:5 D311 [Gym]"},

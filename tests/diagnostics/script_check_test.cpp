@@ -53,6 +53,16 @@ TEST(ScriptCheck, Commands) {
         {u"（セット：）\n", "1:6 S114 []", ""},
         {u"Ａ：（サウンドファイル：a、b.wav）\n", "1:15 S102 [b.wav]", ""},
         {u"\t Ａ ： （ お辞義 、遅く ）　\n", "1:9 S101 [お辞義]", "お辞儀"},
+        // Right words in the wrong place.
+        {u"（速報：花火）\n", "1:2 S140 [速報]", ""},
+        {u"Ａ：（ sub image: a.jpg）\n", "1:5 S101 [sub image]", ""},
+        {u"(b : bow, slow)\n", "1:2 S141 [b]", ""},
+        {u"(b: see you)\n", "1:2 S101 [b]", ""},
+        {u"（待つ：３秒）\n", "1:4 S130 [：３秒]", ""},
+        {u"Ａ：（banzai: slow）\n", "1:10 S130 [: slow]", ""},
+        {u"（敬礼、遅く）\n", "1:2 S139 [敬礼]", ""},
+        {u"Ｃ：（salute）\n", "1:4 S139 [salute]", ""},
+        {u"A: (look at screen)\n", "1:13 S109 [screen]", ""},
     };
     for (const Row& row : kRows) {
         expectTold(row);
@@ -74,6 +84,9 @@ TEST(ScriptCheck, TalkAndTags) {
         {u"Ａ：（うん）はい（字幕：はい）\n", "1:3 S126 [（うん）]", ""},
         {u"タイトル：a\nタイトル：b\nサブタイトル：c\n", "1:1 S134 [タイトル：a]", ""},
         {u"サブタイトル：a\nタイトル：b\n", "", ""},
+        {u"B: flash : fire\n", "1:4 S142 [flash]", ""},
+        {u"Ａ ：タイトル：夕方のニュース\n", "1:4 S142 [タイトル]", ""},
+        {u"image: a.jpg\n", "1:1 S120 [image]", "bgimage, subimage"},
     };
     for (const Row& row : kRows) {
         expectTold(row);
@@ -97,6 +110,8 @@ TEST(ScriptCheck, GoodSpeechIsLeftAlone) {
                                           u"titles are fine.\n"
                                           u"スーパー：お祭り（土）\n"
                                           u"スーパー：開店（税込）\n"
+                                          u"Ａ：タイトルは、こうです：夕方\n"
+                                          u"Ａ：スーパーで十時：買い物\n"
                                           u"Ａ：一、二（三）、四（五）。\n"
                                           u"(wait)\n";
     EXPECT_EQ(checkedScript(kGood), "");
@@ -109,8 +124,12 @@ TEST(ScriptCheck, PlayedLines) {
         std::int32_t to;
         std::string_view told;
     } const rows[] = {
-        {0, 0, ""},         {1, 2, ""},         {2, 3, ""},
-        {3, 2, "0:0 F404"}, {1, 4, "0:0 F404"}, {-1, 0, "0:0 F404"},
+        {0, 0, ""},
+        {1, 2, ""},
+        {2, 3, ""},
+        {3, 2, "2:1 F404 [Ｂ：はい。]"},
+        {1, 4, "2:1 F404 [Ｂ：はい。]"},
+        {-1, 0, "2:1 F404 [Ｂ：はい。]"},
     };
     for (const auto& row : rows) {
         Programme programme;

@@ -44,6 +44,8 @@ TEST(VocabularyCheck, Words) {
         {u"kanma=，，\n", "V207 [，，]"},
         {u"a1=xy\n", "V207 [xy]"},
         {u"b1=q\n", "V205 [q]"},
+        {u"super=A\n", "V205 [A]; V203 [A]"},
+        {u";white=白\n", "V201 [黒]"},
         {u"touten3=\",a\"\n", "V205 [,a]"},
         // Entries.
         {u"upshot1=\n", "V206 [upshot1]"},
