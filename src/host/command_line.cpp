@@ -106,6 +106,9 @@ template <const auto& Rows> auto valueOf(const OptionRow& option, const std::str
     return row->value;
 }
 
+// More would only wait for each other.
+constexpr std::int32_t kMostJobs = 256;
+
 // How a row's value is read into its member of Options. The rows name these
 // functions with their member, so that no row needs code of its own.
 template <auto Member> CLI::Option* text(CLI::App& app, const OptionRow& row, Options& options) {
@@ -145,18 +148,34 @@ CLI::Option* explanation(CLI::App& app, const OptionRow& row, Options&) {
 CLI::Option* scriptArgument(CLI::App& app, const OptionRow& row, Options& options) {
     return text<&Options::script>(app, row, options)->required();
 }
+CLI::Option* scriptArguments(CLI::App& app, const OptionRow& row, Options& options) {
+    const auto take = [&options](const std::vector<std::string>& scripts) {
+        options.scripts = scripts;
+        options.script = scripts.front();
+    };
+    return app.add_option_function<std::vector<std::string>>(row.names, take, row.help)->required();
+}
+CLI::Option* jobCount(CLI::App& app, const OptionRow& row, Options& options) {
+    CLI::Range range(0, kMostJobs);
+    return app.add_option(row.names, options.jobs, row.help)->check(range.description(""));
+}
 CLI::Option* tableArgument(CLI::App& app, const OptionRow& row, Options& options) {
     return choice<&Options::listed, kListedTables>(app, row, options)->required();
 }
 
 // clang-format off
 constexpr OptionRow kOptions[] = {
-    {kConvert | kCheck | kStats, "SCRIPT", "", scriptArgument, "The programme script"},
+    {kConvert, "SCRIPT", "", scriptArguments, "The programme script, or several"},
+    {kCheck | kStats, "SCRIPT", "", scriptArgument, "The programme script"},
     {kList, "TABLE", "", tableArgument, "What to list", namesOf<kListedTables>},
     {kConvert | kCheck | kStats | kList, "-d,--description", "FILE", text<&Options::description>,
      "The filter description, XML"},
     {kConvert, "-o,--output", "FILE", text<&Options::output>,
      "The TVML script; without it, standard output"},
+    {kConvert, "--output-dir", "FOLDER", text<&Options::outputFolder>,
+     "Convert each script into a file of this folder"},
+    {kConvert, "--jobs", "NUMBER", jobCount,
+     "So many scripts at a time; 0, the default, one a processor"},
     {kConvert | kCheck, "--from", "LINE", line<&Options::playFrom>,
      "Play from this line of the script on"},
     {kConvert | kCheck, "--to", "LINE", line<&Options::playTo>,
@@ -198,6 +217,10 @@ writes its own.
 The output encoding utf-8, the default, has no byte order mark; utf-16le has
 one. Lines end with LF. A file that exists is replaced when the new one is
 complete, and is left alone when anything fails.
+
+With --output-dir any number of scripts is converted, each by a process of its
+own into FOLDER/NAME.tvml. One that fails does not stop the others; at the end
+comes a summary, and the exit code is 1 when one failed.
 
 Problems of the script and the description are shown on standard error as
 FILE:LINE:COLUMN: SEVERITY: ... [CODE]. They never stop a conversion, and the
@@ -282,6 +305,23 @@ void addCommand(CLI::App& app, const CommandRow& row, Options& options) {
     }
 }
 
+// The options that were given to `convert` and hold for each of its scripts, as
+// arguments: all but those that are about several scripts.
+std::vector<std::string> forwardedOf(const CLI::App& command) {
+    static constexpr std::array<std::string_view, 3> kOwn{"--output", "--output-dir", "--jobs"};
+    std::vector<std::string> arguments;
+    for (const CLI::Option* option : command.get_options()) {
+        const std::string name = option->get_name();
+        if (option->get_positional() || std::ranges::find(kOwn, name) != kOwn.end()) {
+            continue;
+        }
+        for (const std::string& value : option->results()) {
+            arguments.push_back(option->get_items_expected_max() == 0 ? name : name + "=" + value);
+        }
+    }
+    return arguments;
+}
+
 // Arguments that name no subcommand belong to the first one, so that a script
 // alone is enough. A script that has the name of a subcommand can be given as
 // "./convert".
@@ -321,7 +361,9 @@ int runCommandLine(const std::vector<std::string>& arguments) {
         return answer(app, result);
     }
     // Exactly one was given, or the parse would have failed.
-    const std::string name = app.get_subcommands().front()->get_name();
+    const CLI::App& command = *app.get_subcommands().front();
+    const std::string name = command.get_name();
+    options.forwarded = forwardedOf(command);
     return std::ranges::find(kCommands, name, &CommandRow::name)->run(options);
 }
 

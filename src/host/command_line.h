@@ -18,8 +18,12 @@ enum class ListedTable : std::uint8_t { commands, tags, words, elements };
 
 // The values of all options of all subcommands.
 struct Options {
-    std::string script;
-    std::string description; // empty: the one that comes with the program
+    std::string script;                 // the first one
+    std::vector<std::string> scripts;   // of `convert`, which takes several
+    std::string outputFolder;           // for all of them; empty: there is one
+    std::int32_t jobs = 0;              // processes at a time, 0: one a processor
+    std::vector<std::string> forwarded; // arguments that hold for each of the scripts
+    std::string description;            // empty: the one that comes with the program
     std::string output = "-";
     std::string library; // empty: convert in this program
     std::int32_t playFrom = 0;

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/archive_command.h"
 #include "host/conversion.h"
 #include "host/host_error.h"
 #include "host/inputs.h"
@@ -86,6 +87,9 @@ Converted convert(const Options& options, const Inputs& inputs) {
 // failure on the way leaves no half of an output behind. Problems are no such
 // failure, whatever their weight.
 int runConvert(const Options& options) {
+    if (options.scripts.size() > 1 || !options.outputFolder.empty()) {
+        return runArchive(options);
+    }
     checkUsage(options);
     const Converted converted = convert(options, readInputs(options));
     warnOfHalfPairs(options, converted.text);

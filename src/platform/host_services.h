@@ -1,7 +1,7 @@
 // What the command-line host needs of the operating system besides platform.h:
-// arguments, files and standard streams, decoding of texts, and loading the
-// filter as a library. A native and a Windows implementation stand behind it
-// (posix_host.cpp, windows_host.cpp).
+// arguments, files and standard streams, decoding of texts, running the program
+// once more, and loading the filter as a library. A native and a Windows implementation stand
+// behind it (posix_host.cpp, windows_host.cpp).
 //
 // Conventions
 //  1. Sizes and offsets count bytes; texts and paths are UTF-8. On POSIX
@@ -56,6 +56,16 @@ struct Decoding {
 
 // Decodes strictly; a byte order mark is a character like others.
 Decoding decode(std::string_view bytes, CodePage page);
+
+// How a run of a program ended.
+struct ProgramEnd {
+    int exitCode = 0;     // on POSIX systems 128 and the number of a signal that ended it
+    std::string messages; // what it wrote to standard output and standard error
+};
+
+// Runs this program once more with other arguments and nothing on standard
+// input, and waits until it ends. May be called from several threads at once.
+Failure runThisProgram(const std::vector<std::string>& arguments, ProgramEnd& end);
 
 // The filter as a library file, loaded while the object lives.
 class FilterLibrary {

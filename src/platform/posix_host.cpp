@@ -17,7 +17,9 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <unicode/ucnv.h>
@@ -125,6 +127,43 @@ Failure replaceOrdinaryFile(const std::string& path, std::string_view bytes, mod
         ::unlink(temporary.c_str());
     }
     return failure;
+}
+
+constexpr const char* kThisProgram = "/proc/self/exe";
+
+// The streams of a program that is started: nothing to read, and a pipe for
+// all that it writes.
+class SpawnedStreams {
+public:
+    explicit SpawnedStreams(int pipe) {
+        posix_spawn_file_actions_init(&actions_);
+        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_adddup2(&actions_, pipe, STDOUT_FILENO);
+        posix_spawn_file_actions_adddup2(&actions_, pipe, STDERR_FILENO);
+    }
+    ~SpawnedStreams() { posix_spawn_file_actions_destroy(&actions_); }
+    SpawnedStreams(const SpawnedStreams&) = delete;
+    SpawnedStreams& operator=(const SpawnedStreams&) = delete;
+
+    const posix_spawn_file_actions_t* actions() const { return &actions_; }
+
+private:
+    posix_spawn_file_actions_t actions_;
+};
+
+// The process of the program, which writes into `pipe`.
+Failure spawnThisProgram(const std::vector<std::string>& arguments, int pipe, pid_t& process) {
+    std::vector<std::string> words(1, "tvmlfilter");
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    const SpawnedStreams streams(pipe);
+    const int error =
+        ::posix_spawn(&process, kThisProgram, streams.actions(), nullptr, pointers.data(), environ);
+    return error == 0 ? std::nullopt : Failure(std::strerror(error));
 }
 
 // The decoder says only that something is wrong. Called after it did, so that
@@ -249,6 +288,28 @@ Decoding decode(std::string_view bytes, CodePage page) {
     }
     const std::size_t end = firstIllFormedUtf8(bytes);
     return {decodeUtf8(bytes.substr(0, end)).value_or(std::u16string()), end};
+}
+
+Failure runThisProgram(const std::vector<std::string>& arguments, ProgramEnd& end) {
+    // Closed in programs that are started meanwhile, or the pipe would not end
+    // before they do.
+    std::array<int, 2> pipe;
+    if (::pipe2(pipe.data(), O_CLOEXEC) != 0) {
+        return systemFailure();
+    }
+    pid_t process = 0;
+    const Failure failure = spawnThisProgram(arguments, pipe[1], process);
+    ::close(pipe[1]);
+    if (failure) {
+        ::close(pipe[0]);
+        return failure;
+    }
+    const Failure unread = closeAfter(pipe[0], readAll(pipe[0], end.messages));
+    int status = 0;
+    while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    end.exitCode = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+    return unread;
 }
 
 FilterLibrary::~FilterLibrary() {

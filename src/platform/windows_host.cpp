@@ -218,6 +218,82 @@ std::size_t firstUndecodable(std::string_view bytes, UINT page) {
     return at;
 }
 
+// What CommandLineToArgvW splits off as one word: quotes and the backslashes in
+// front of them are marked with backslashes.
+void appendQuoted(std::wstring& line, const std::wstring& word) {
+    line += line.empty() ? L"\"" : L" \"";
+    std::size_t backslashes = 0;
+    for (const wchar_t unit : word) {
+        backslashes = unit == L'\\' ? backslashes + 1 : backslashes;
+        if (unit != L'\\') {
+            line.append(unit == L'"' ? backslashes + 1 : 0, L'\\');
+            backslashes = 0;
+        }
+        line += unit;
+    }
+    line.append(backslashes, L'\\').append(L"\"");
+}
+
+std::wstring thisProgram() {
+    std::wstring path(32768, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return path;
+}
+
+// The only handles that a started program gets. Without such a list it would
+// also get those of programs that are started at the same time, and their pipes
+// would not end before it does.
+class InheritedHandles {
+public:
+    explicit InheritedHandles(std::array<HANDLE, 2> handles) : handles_(handles) {
+        SIZE_T size = 0;
+        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        bytes_.resize(size);
+        InitializeProcThreadAttributeList(list(), 1, 0, &size);
+        UpdateProcThreadAttribute(list(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles_.data(),
+                                  sizeof(handles_), nullptr, nullptr);
+    }
+    ~InheritedHandles() { DeleteProcThreadAttributeList(list()); }
+    InheritedHandles(const InheritedHandles&) = delete;
+    InheritedHandles& operator=(const InheritedHandles&) = delete;
+
+    LPPROC_THREAD_ATTRIBUTE_LIST list() {
+        return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(bytes_.data());
+    }
+
+private:
+    std::array<HANDLE, 2> handles_;
+    std::vector<char> bytes_;
+};
+
+// The process of the program, which reads and writes these handles.
+Failure startThisProgram(const std::vector<std::string>& arguments, HANDLE input, HANDLE output,
+                         HANDLE& process) {
+    const std::wstring program = thisProgram();
+    std::wstring line;
+    appendQuoted(line, program);
+    for (const std::string& argument : arguments) {
+        appendQuoted(line, toWide(argument));
+    }
+    InheritedHandles inherited({input, output});
+    STARTUPINFOEXW start = {};
+    start.StartupInfo.cb = sizeof(start);
+    start.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+    start.StartupInfo.hStdInput = input;
+    start.StartupInfo.hStdOutput = output;
+    start.StartupInfo.hStdError = output;
+    start.lpAttributeList = inherited.list();
+    PROCESS_INFORMATION started = {};
+    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
+                        EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr, &start.StartupInfo,
+                        &started)) {
+        return systemFailure();
+    }
+    CloseHandle(started.hThread);
+    process = started.hProcess;
+    return std::nullopt;
+}
+
 } // namespace
 
 // The C library's arguments are in the user's code page and have lost whatever
@@ -281,6 +357,31 @@ Decoding decode(std::string_view bytes, CodePage page) {
         result.badOffset = end;
     }
     return result;
+}
+
+Failure runThisProgram(const std::vector<std::string>& arguments, ProgramEnd& end) {
+    SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
+    HANDLE readable = nullptr;
+    HANDLE writable = nullptr;
+    if (!CreatePipe(&readable, &writable, &inheritable, 0)) {
+        return systemFailure();
+    }
+    const Handle reader(readable);
+    Handle writer(writable);
+    const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     &inheritable, OPEN_EXISTING, 0, nullptr));
+    HANDLE started = INVALID_HANDLE_VALUE;
+    if (Failure failure = startThisProgram(arguments, nothing.value(), writer.value(), started)) {
+        return failure;
+    }
+    const Handle process(started);
+    writer.close();
+    const Failure unread = readAll(reader.value(), end.messages);
+    WaitForSingleObject(process.value(), INFINITE);
+    DWORD exitCode = 0;
+    GetExitCodeProcess(process.value(), &exitCode);
+    end.exitCode = static_cast<int>(exitCode);
+    return unread;
 }
 
 FilterLibrary::~FilterLibrary() {

@@ -1,0 +1,45 @@
+// Entry: ProgressBar.
+#include "host/progress_bar.h"
+
+#include "platform/host_services.h"
+
+namespace tvml::host {
+namespace {
+
+constexpr std::size_t kWidth = 40;
+
+void write(const std::string& text) {
+    // A bar that cannot be shown harms nobody.
+    platform::writeStream(platform::OutputStream::error, text);
+}
+
+} // namespace
+
+std::string progressLine(std::size_t done, std::size_t steps, std::size_t failed) {
+    const std::size_t filled = steps == 0 ? kWidth : done * kWidth / steps;
+    std::string line = "[";
+    line.append(filled, '=').append(kWidth - filled, ' ').append("] ");
+    line.append(std::to_string(done)).append("/").append(std::to_string(steps));
+    return failed == 0 ? line : line + ", " + std::to_string(failed) + " failed";
+}
+
+ProgressBar::ProgressBar(std::size_t steps)
+    : steps_(steps), watched_(platform::isTerminal(platform::OutputStream::error)) {}
+
+// With blanks: not every terminal knows how to erase.
+void ProgressBar::hide() {
+    if (!shown_.empty()) {
+        write(std::string("\r").append(shown_.size(), ' ').append("\r"));
+        shown_.clear();
+    }
+}
+
+void ProgressBar::show(std::size_t done, std::size_t failed) {
+    if (watched_) {
+        hide();
+        shown_ = progressLine(done, steps_, failed);
+        write(shown_);
+    }
+}
+
+} // namespace tvml::host
