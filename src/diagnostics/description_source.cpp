@@ -58,8 +58,9 @@ std::size_t DescriptionSource::offsetOf(XmlPosition position) const {
     if (line == 0 || line > lineStarts_.size() || position.column == 0) {
         return kNone;
     }
-    const std::size_t offset = lineStarts_[line - 1] + position.column - 1;
-    return offset <= text_.size() ? offset : kNone;
+    const std::uint64_t offset =
+        lineStarts_[static_cast<std::size_t>(line) - 1] + position.column - 1;
+    return offset <= text_.size() ? static_cast<std::size_t>(offset) : kNone;
 }
 
 TextRange DescriptionSource::rangeAt(std::size_t offset, std::size_t units) const {

@@ -1,5 +1,6 @@
 # Checks what the DLL file asks of its host's system and what it offers:
 #   cmake -DDLL=<file> -DOBJDUMP=<program> -P dll_tables.cmake
+cmake_minimum_required(VERSION 3.23)
 
 execute_process(COMMAND "${OBJDUMP}" -f -p "${DLL}"
   OUTPUT_VARIABLE tables COMMAND_ERROR_IS_FATAL ANY)
@@ -10,8 +11,8 @@ endif()
 
 # Of the names in the export table, each is in a row "[   0] name".
 string(REGEX MATCH "\\[Ordinal/Name Pointer\\] Table[^\n]*\n([^\n]+\n)+" table "${tables}")
-string(REGEX MATCHALL "\\] [^\n]+" exports "${table}")
-if(NOT exports STREQUAL "] fil_process")
+string(REGEX MATCHALL "\\[ *[0-9]+\\] [^\n]+" exports "${table}")
+if(NOT exports MATCHES "^[^;]*\\] fil_process$")
   message(SEND_ERROR "the exported names are not fil_process alone: ${exports}")
 endif()
 

@@ -31,7 +31,7 @@ private:
 bool isLoaded(const std::filesystem::path& file);
 
 struct InUse {
-    std::size_t heapBytes;
+    std::size_t heap; // blocks where the system tells their number, else bytes
     std::size_t handles; // open files or handles, and what else there are few of
 };
 

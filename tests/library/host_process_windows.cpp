@@ -16,15 +16,15 @@ std::wstring native(const std::filesystem::path& file) {
     return std::filesystem::absolute(file).make_preferred().wstring();
 }
 
-std::size_t usedBytes(HANDLE heap) {
-    std::size_t bytes = 0;
+std::size_t usedBlocks(HANDLE heap) {
+    std::size_t blocks = 0;
     PROCESS_HEAP_ENTRY entry = {};
     HeapLock(heap);
     while (HeapWalk(heap, &entry)) {
-        bytes += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? entry.cbData : 0;
+        blocks += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? 1 : 0;
     }
     HeapUnlock(heap);
-    return bytes;
+    return blocks;
 }
 
 // Indexes of thread-local storage, of which a process has a thousand and some.
@@ -67,7 +67,7 @@ InUse inUse() {
     const DWORD count = GetProcessHeaps(heaps.size(), heaps.data());
     InUse result = {};
     for (DWORD i = 0; i < count; ++i) {
-        result.heapBytes += usedBytes(heaps[i]);
+        result.heap += usedBlocks(heaps[i]);
     }
     DWORD handles = 0;
     GetProcessHandleCount(GetCurrentProcess(), &handles);

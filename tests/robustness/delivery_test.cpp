@@ -21,14 +21,18 @@ constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
 
 TEST(Delivery, AsksForTheSizeUpToTheLargestNumber) {
     struct Row {
-        std::size_t units;
+        std::uint64_t units;
         std::int32_t size;
     };
-    constexpr auto limit = static_cast<std::size_t>(kLargest);
+    constexpr auto limit = static_cast<std::uint64_t>(kLargest);
     for (const Row& row :
          {Row{1, 2}, Row{limit - 2, kLargest - 1}, Row{limit - 1, kLargest}, Row{limit, 0},
           Row{limit + 1, 0}, Row{2 * limit + 1, 0}, Row{2 * limit + 2, 0}, Row{4 * limit + 8, 0}}) {
-        EXPECT_EQ(deliver(ImaginaryScript{row.units}, nullptr, 0), row.size) << row.units;
+        // No script is longer than memory can be.
+        const auto units = static_cast<std::size_t>(row.units);
+        if (units == row.units) {
+            EXPECT_EQ(deliver(ImaginaryScript{units}, nullptr, 0), row.size) << units;
+        }
     }
 }
 
