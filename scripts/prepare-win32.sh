@@ -16,7 +16,8 @@
 #   --wine              also install wine32 (adds the i386 architecture), make a
 #                       Wine prefix, and put bin/run-windows-program into the
 #                       folder, which starts a Windows program with Japanese
-#                       settings (code page 932) and without a display
+#                       settings (code page 932) and without a display, and
+#                       bin/wine-server, which starts or ends what serves them
 #   --allow-downgrades  with --wine: where a library is installed in a newer
 #                       version than its i386 package has, go back to the base
 #                       release's version
@@ -285,11 +286,11 @@ wine_installed() {
 install_wine_with() {
   local name=$1
   shift
-  if ! apt_get install -s --no-install-recommends "$@" wine32:i386 wine \
+  if ! apt_get install -s --no-remove --no-install-recommends "$@" wine32:i386 wine \
     >"$scratch/$name.log" 2>&1 </dev/null; then
     return 1
   fi
-  run "$name" apt_get install --no-install-recommends "$@" wine32:i386 wine
+  run "$name" apt_get install --no-remove --no-install-recommends "$@" wine32:i386 wine
 }
 
 no_wine() {
@@ -339,7 +340,7 @@ install_wine() {
 }
 
 prepare_wine() {
-  local version wine_prefix runner
+  local version wine_prefix
   if ! wine_installed; then install_wine; fi
 
   # Wine takes its code pages from the locale alone. A locale that is named but
@@ -371,26 +372,30 @@ prepare_wine() {
     fi
   fi
 
-  runner=$prefix/bin/run-windows-program
-  if [ ! -x "$runner" ] || ! grep -qF "$wine_prefix" "$runner"; then
-    new_scratch
-    mkdir -p "$prefix/bin"
-    cat >"$scratch/runner" <<EOF
+  install_runner run-windows-program wine "$wine_prefix"
+  install_runner wine-server wineserver "$wine_prefix"
+}
+
+# Makes bin/$1, which starts Wine's program $2 with the Wine prefix $3.
+install_runner() {
+  local runner=$prefix/bin/$1
+  if [ -x "$runner" ] && grep -qF "$3" "$runner"; then return 0; fi
+  new_scratch
+  mkdir -p "$prefix/bin"
+  cat >"$scratch/runner" <<EOF
 #!/bin/sh
-# Starts a Windows program under Wine, without a display and with Japanese
-# settings (code page 932). WINEPREFIX, WINEDEBUG and TVML_WINE_LOCALE may be
-# set to others.
+# Starts Wine's program "$2" without a display and with Japanese settings (code
+# page 932). WINEPREFIX, WINEDEBUG and TVML_WINE_LOCALE may be set to others.
 unset DISPLAY WAYLAND_DISPLAY
 LC_ALL=\${TVML_WINE_LOCALE:-ja_JP.UTF-8}
-WINEPREFIX=\${WINEPREFIX:-$wine_prefix}
+WINEPREFIX=\${WINEPREFIX:-$3}
 WINEDEBUG=\${WINEDEBUG:--all}
 WINEDLLOVERRIDES=\${WINEDLLOVERRIDES:-mscoree,mshtml=}
 export LC_ALL WINEPREFIX WINEDEBUG WINEDLLOVERRIDES
-exec wine "\$@"
+exec $2 "\$@"
 EOF
-    chmod 755 "$scratch/runner"
-    mv -f "$scratch/runner" "$runner"
-  fi
+  chmod 755 "$scratch/runner"
+  mv -f "$scratch/runner" "$runner"
 }
 
 # --- all of it --------------------------------------------------------------------

@@ -1,6 +1,10 @@
 # Checks what the DLL file asks of its host's system and what it offers:
-#   cmake -DDLL=<file> -DOBJDUMP=<program> -P dll_tables.cmake
+#   cmake -DDLL=<file> [-DOBJDUMP=<program>] -P dll_tables.cmake
 cmake_minimum_required(VERSION 3.23)
+
+if(NOT OBJDUMP)
+  set(OBJDUMP i686-w64-mingw32-objdump)
+endif()
 
 execute_process(COMMAND "${OBJDUMP}" -f -p "${DLL}"
   OUTPUT_VARIABLE tables COMMAND_ERROR_IS_FATAL ANY)

@@ -8,6 +8,11 @@
 #include <malloc.h>
 
 namespace tvml {
+namespace {
+
+constexpr std::size_t kSmallestBlock = 32;
+
+} // namespace
 
 LoadedLibrary::LoadedLibrary(const std::filesystem::path& file)
     : handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
@@ -32,7 +37,7 @@ InUse inUse() {
     const struct mallinfo2 heap = mallinfo2();
     using Iterator = std::filesystem::directory_iterator;
     const auto files = std::distance(Iterator("/proc/self/fd"), Iterator());
-    return {heap.uordblks + heap.hblkhd, static_cast<std::size_t>(files)};
+    return {(heap.uordblks + heap.hblkhd) / kSmallestBlock, static_cast<std::size_t>(files)};
 }
 
 } // namespace tvml
