@@ -53,14 +53,55 @@ std::u16string decodeUtf16(std::string_view bytes, std::endian order) {
     return text;
 }
 
-// The converter's own substitution writes a control character for single
-// bytes; U+FFFD shows that something was lost.
-void U_CALLCONV writeReplacement(const void*, UConverterToUnicodeArgs* args, const char*,
-                                 std::int32_t, UConverterCallbackReason reason,
-                                 UErrorCode* status) {
+constexpr bool isLead(unsigned char byte) {
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+constexpr bool isTrail(unsigned char byte) {
+    return byte >= 0x40 && byte <= 0xFC && byte != 0x7F;
+}
+
+// Windows makes a middle dot of a pair that is none, second byte and all, even
+// where that is a line end.
+std::string withDotsForBadPairs(std::string_view bytes) {
+    std::string pairs(bytes);
+    for (std::size_t i = 0; i + 1 < pairs.size(); ++i) {
+        if (!isLead(static_cast<unsigned char>(pairs[i]))) {
+            continue;
+        }
+        if (!isTrail(static_cast<unsigned char>(pairs[i + 1]))) {
+            pairs.replace(i, 2, "\x81\x45");
+        }
+        ++i;
+    }
+    return pairs;
+}
+
+// What Windows makes of bytes that stand for nothing.
+char16_t damaged(std::string_view bytes) {
+    switch (bytes.size() == 1 ? static_cast<unsigned char>(bytes.front()) : 0) {
+    case 0x80:
+        return 0x80;
+    case 0xA0:
+        return 0xF8F0;
+    case 0xFD:
+        return 0xF8F1;
+    case 0xFE:
+        return 0xF8F2;
+    case 0xFF:
+        return 0xF8F3;
+    default:
+        return u'\u30FB';
+    }
+}
+
+void U_CALLCONV writeDamaged(const void*, UConverterToUnicodeArgs* args, const char* bytes,
+                             std::int32_t length, UConverterCallbackReason reason,
+                             UErrorCode* status) {
     if (reason <= UCNV_IRREGULAR) {
         *status = U_ZERO_ERROR;
-        ucnv_cbToUWriteUChars(args, &kReplacement, 1, 0, status);
+        const char16_t unit = damaged({bytes, static_cast<std::size_t>(length)});
+        ucnv_cbToUWriteUChars(args, &unit, 1, 0, status);
     }
 }
 
@@ -97,11 +138,12 @@ std::u16string decodeCodePage932(std::string_view bytes) {
     if (U_FAILURE(status)) {
         return decodeAscii(bytes);
     }
-    ucnv_setToUCallBack(converter.get(), writeReplacement, nullptr, nullptr, nullptr, &status);
+    ucnv_setToUCallBack(converter.get(), writeDamaged, nullptr, nullptr, nullptr, &status);
     std::u16string text = roomFor(bytes);
+    const std::string pairs = withDotsForBadPairs(bytes);
     const std::int32_t length =
         ucnv_toUChars(converter.get(), text.data(), static_cast<std::int32_t>(text.size()),
-                      bytes.data(), static_cast<std::int32_t>(bytes.size()), &status);
+                      pairs.data(), static_cast<std::int32_t>(pairs.size()), &status);
     text.resize(static_cast<std::size_t>(length));
     for (char16_t& unit : text) {
         unit = asciiControl(unit);
