@@ -31,7 +31,7 @@ private:
 bool isLoaded(const std::filesystem::path& file);
 
 struct InUse {
-    std::size_t heap; // in blocks; in sizes of the smallest block where nobody counts them
+    std::size_t heap;    // in blocks; in sizes of the smallest block where nobody counts them
     std::size_t handles; // open files or handles, and what else there are few of
 };
 
