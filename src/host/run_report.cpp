@@ -37,7 +37,9 @@ public:
     Collector(const ConversionRequest& request, SourceNames names)
         : request_(request), names_(std::move(names)),
           script_({request.script, request.playFrom, std::max(request.playTo, 0),
-                   request.description}) {}
+                   request.description}) {
+        xml_.hold();
+    }
 
     ConversionReport& listener() { return script_; }
 
@@ -86,6 +88,7 @@ private:
         }
     }
 
+    XmlLibrary xml_; // held from the run to the description check: its start is dear
     const ConversionRequest request_;
     SourceNames names_;
     std::string vocabularyName_;

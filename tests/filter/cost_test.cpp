@@ -1,36 +1,12 @@
-// Cost grows with the script, not faster. The core of this program is compiled
-// with a call in front of every basic block, and units that are moved or copied
-// count by their bytes: what is compared is work, not time.
+// Cost grows with the script, not faster. The core of this program counts its
+// work: that is what is compared, not time.
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <functional>
 
+#include "support/counted_work.h"
 #include "support/studio.h"
-
-namespace {
-std::uint64_t work = 0;
-} // namespace
-
-extern "C" {
-void __sanitizer_cov_trace_pc();
-void* __real_memmove(void* to, const void* from, std::size_t size);
-void* __real_memcpy(void* to, const void* from, std::size_t size);
-void* __wrap_memmove(void* to, const void* from, std::size_t size);
-void* __wrap_memcpy(void* to, const void* from, std::size_t size);
-
-void __sanitizer_cov_trace_pc() {
-    ++work;
-}
-void* __wrap_memmove(void* to, const void* from, std::size_t size) {
-    work += size / 16;
-    return __real_memmove(to, from, size);
-}
-void* __wrap_memcpy(void* to, const void* from, std::size_t size) {
-    work += size / 16;
-    return __real_memcpy(to, from, size);
-}
-}
 
 namespace tvml {
 namespace {
@@ -51,9 +27,9 @@ std::uint64_t workOf(const std::u16string& script, const std::u16string& descrip
     static KeywordTable words;
     static TvmlIniMirvol settings(memory);
     words.load(memory);
-    const std::uint64_t before = work;
+    const std::uint64_t before = countedWork();
     ConversionRun(words, settings, memory).convert({script, 0, 0, description});
-    return work - before;
+    return countedWork() - before;
 }
 
 void expectLinear(const std::string& name, const std::u16string& description, const Make& make,

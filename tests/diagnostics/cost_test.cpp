@@ -1,0 +1,52 @@
+// Listening for problems costs little on lines that have none.
+#include <gtest/gtest.h>
+
+#include "diagnostics/diagnostics.h"
+#include "support/counted_work.h"
+#include "support/studio.h"
+
+namespace tvml {
+namespace {
+
+constexpr int kLines = 1000;
+constexpr double kMost = 1.2;
+
+std::uint64_t workOf(const std::u16string& script, bool listening) {
+    platform::MemoryPlatform memory;
+    memory.files[u"/host/keyword.ini"] = iniText(shippedWords());
+    KeywordTable words;
+    TvmlIniMirvol settings(memory);
+    const std::u16string description =
+        u"<staging>" + std::u16string(kTwoCharacters) + u"</staging>";
+    const ConversionRequest request{script, 0, 0, description};
+    const std::uint64_t before = countedWork();
+    if (listening) {
+        EXPECT_TRUE(checkScript(request, words, settings, memory).empty());
+    } else {
+        ConversionRun(words, settings, memory).convert(request);
+    }
+    return countedWork() - before;
+}
+
+TEST(CollectorCost, IsSmallOnGoodLines) {
+    for (const std::u16string_view line :
+         {u"Ａ：みなさん、こんばんは。夕方のニュースの時間です。\n",
+          u"みなさん、こんばんは。夕方のニュースの時間です。\n",
+          u"A: Good evening and welcome to the news of the day.\n",
+          u"Good evening and welcome to the news of the day.\n",
+          u"Ｂ：みなさん、こんばんは。（字幕：夕方のニュース）\n",
+          u"Ｂ：「浜鍋も売り切れました。」と、鈴木さんは\"話\"していました。\n",
+          u"Ａ：（お辞儀、遅く）\n", u"スーパー：お祭りは今夜まで（赤）\n"}) {
+        std::u16string script;
+        for (int i = 0; i < kLines; ++i) {
+            script += line;
+        }
+        const auto plain = static_cast<double>(workOf(script, false) - workOf(u"", false));
+        const auto listening = static_cast<double>(workOf(script, true) - workOf(u"", true));
+        EXPECT_GT(plain, kLines) << "nobody counts";
+        EXPECT_LT(listening, plain * kMost) << shown(line) << listening / plain;
+    }
+}
+
+} // namespace
+} // namespace tvml
