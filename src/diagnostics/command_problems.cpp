@@ -333,6 +333,26 @@ std::optional<LinePart> firstUnit(std::optional<LinePart> part) {
     return part;
 }
 
+// The first empty item in a list of adverbs, with the separator that ends it.
+std::optional<LinePart> emptyItem(const LineFacts& facts, std::optional<LinePart> list,
+                                  const KeywordTable& words) {
+    if (!list.has_value()) {
+        return list;
+    }
+    std::u16string_view rest = facts.line.substr(list->start, list->units);
+    LinePart item{list->start, 0};
+    for (;;) {
+        const std::size_t end = std::min(findSeparator(rest, words), rest.size());
+        item.units = end < rest.size() ? 1 : 0;
+        if (item.units == 0 || trimScriptText(rest.substr(0, end), words).empty()) {
+            item.start += end;
+            return item;
+        }
+        item.start += end + 1;
+        rest.remove_prefix(end + 1);
+    }
+}
+
 // "speak slowly" has the name of a command in front, but means another one.
 bool isTailOfWord(const LineFacts& facts, const Told& told) {
     return told.part.has_value() && told.part->start > 0 && !told.where.empty() &&
@@ -349,7 +369,7 @@ bool tellReason(ScriptChecks& checks, const LineFacts& facts, const Told& told) 
             closestAdverbs(checks, told.where);
         return true;
     case adverbMissing:
-        checks.add("S103", facts, firstUnit(told.part));
+        checks.add("S103", facts, emptyItem(facts, told.part, checks.words));
         return true;
     case separatorMissing:
         if (isTailOfWord(facts, told)) {

@@ -10,6 +10,14 @@ namespace {
 constexpr std::size_t kMostNames = 3;
 constexpr std::size_t kFar = 1000;
 
+// Whether half of a text or more is the start of a name, as in "字幕ＯＮ". Latin
+// letters say less than others.
+bool sharesStart(std::u16string_view text, std::u16string_view name) {
+    const auto end = std::mismatch(text.begin(), text.end(), name.begin(), name.end()).first;
+    const auto units = static_cast<std::size_t>(end - text.begin());
+    return units >= (looksEnglish(text) ? 4U : 2U) && 2 * units >= text.size();
+}
+
 } // namespace
 
 std::size_t editDistance(std::u16string_view a, std::u16string_view b, std::size_t limit) {
@@ -85,7 +93,7 @@ void ClosestNames::offer(std::u16string_view name, std::u16string_view shown) {
     // A text that holds the whole name, or is a good part of it, is close, too.
     const bool holdsName = folded.size() >= 2 && given_.find(folded) != given_.npos;
     const bool isPart = given_.size() >= 2 && folded.find(given_) != folded.npos;
-    if (distance > limit && (holdsName || isPart)) {
+    if (distance > limit && (holdsName || isPart || sharesStart(given_, folded))) {
         distance = limit + 1;
     } else if (distance > limit) {
         return;
