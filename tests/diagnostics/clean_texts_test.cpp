@@ -1,5 +1,6 @@
 // Good texts get no warning: the shipped vocabulary, the default description and
 // the examples.
+#include <algorithm>
 #include <filesystem>
 
 #include <gtest/gtest.h>
@@ -13,6 +14,14 @@ namespace {
 std::string warnings(std::vector<Diagnostic> found, std::u16string_view source) {
     std::erase_if(found, [](const Diagnostic& one) { return one.severity == Severity::note; });
     return summary(found, source);
+}
+
+// A code span of the reference page that is a line of a script.
+bool isScriptLine(std::u16string_view span) {
+    const std::size_t colon = span.find_first_of(u":：");
+    return (span.size() > 1 && (span.front() == u'(' || span.front() == u'（')) ||
+           (colon != kNone && colon > 0 && colon + 1 < span.size() && span.find(u'\n') == kNone &&
+            span.find(u"::") == kNone);
 }
 
 TEST(CleanTexts, Vocabulary) {
@@ -47,6 +56,40 @@ TEST(CleanTexts, Examples) {
         EXPECT_EQ(warnings(foundInDescription(programme.description), programme.description), "");
     }
     EXPECT_GE(programmes, 2);
+}
+
+TEST(CleanTexts, ReadmesScript) {
+    const std::u16string page = utf16(repositoryFile("README.md"));
+    const std::size_t start = page.find(u"\n```\n", page.find(u"## Converting a script")) + 5;
+    const std::u16string script = page.substr(start, page.find(u"```", start) - start);
+    EXPECT_GE(std::count(script.begin(), script.end(), u'\n'), 6);
+    Programme programme;
+    programme.description = utf16(repositoryFile("config/default.xml"));
+    EXPECT_EQ(checkedScript(script, programme), "");
+}
+
+TEST(CleanTexts, LinesOfTheReferencePage) {
+    const std::u16string page = utf16(repositoryFile("docs/script-language.md"));
+    Programme programme;
+    programme.description = utf16(repositoryFile("examples/news_ja/description.xml"));
+    int lines = 0;
+    std::size_t close = 0;
+    for (std::size_t open = page.find(u'`'); open != kNone; open = page.find(u'`', close + 1)) {
+        close = page.find(u'`', open + 1);
+        const std::u16string line = page.substr(open + 1, close - open - 1);
+        if (!isScriptLine(line)) {
+            continue;
+        }
+        ++lines;
+        std::vector<Diagnostic> found = foundInScript(line, programme);
+        // A line alone lacks what stands before it in a script; sets and models are
+        // those of no programme here.
+        std::erase_if(found, [](const Diagnostic& one) {
+            return one.code == Code("S112") || one.code == Code("S114") || one.code == Code("S115");
+        });
+        EXPECT_EQ(warnings(found, line), "") << utf8(line);
+    }
+    EXPECT_GE(lines, 20);
 }
 
 } // namespace
