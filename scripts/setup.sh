@@ -13,7 +13,7 @@ readonly packages=(
   build-essential cmake ninja-build git
   libxerces-c-dev libicu-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libbenchmark-dev
-  clang-format valgrind
+  clang-format valgrind mandoc
 )
 
 installed() {

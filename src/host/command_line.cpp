@@ -1,7 +1,7 @@
 // Reading the command line. Entry: runCommandLine.
 //
 // A new subcommand is a row of kCommands and a function; a new option is a
-// member of Options and a row of kOptions.
+// member of Options and a row of kOptions. Completion and the manual page follow.
 #include "host/command_line.h"
 
 #include <algorithm>
@@ -14,38 +14,24 @@
 #include <CLI/CLI.hpp>
 
 #include "host/check_command.h"
+#include "host/completion_command.h"
 #include "host/convert_command.h"
 #include "host/host_error.h"
 #include "host/list_command.h"
+#include "host/manual_command.h"
+#include "host/option_table.h"
 #include "host/stats_command.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
 namespace {
 
-// Which subcommands have an option, a bit for each.
-using CommandSet = std::uint32_t;
 constexpr CommandSet kConvert = 1U << 0;
 constexpr CommandSet kStats = 1U << 3;
 constexpr CommandSet kList = 1U << 1;
 constexpr CommandSet kCheck = 1U << 2;
-
-struct CommandRow {
-    CommandSet bit;
-    const char* name;
-    const char* help;
-    const char* footer; // what the help of the options leaves to be said
-    CommandFunction run;
-};
-
-struct OptionRow {
-    CommandSet commands; // that have the option
-    const char* names;   // without dashes: an argument in its place
-    const char* value;   // as help calls it
-    CLI::Option* (*add)(CLI::App&, const OptionRow&, Options&);
-    const char* help;
-    std::vector<std::string_view> (*choices)() = nullptr; // the values that it takes, if few
-};
+constexpr CommandSet kCompletion = 1U << 4;
+constexpr CommandSet kManual = 1U << 5;
 
 // A value and its name on the command line.
 template <typename Value> struct Choice {
@@ -73,6 +59,10 @@ constexpr std::array<Choice<FailureLevel>, 4> kFailureLevels{{
     {"error", FailureLevel::error},
     {"none", FailureLevel::none},
 }};
+constexpr std::array<Choice<Shell>, 2> kShells{{
+    {"bash", Shell::bash},
+    {"zsh", Shell::zsh},
+}};
 constexpr std::array<Choice<ListedTable>, 4> kListedTables{{
     {"commands", ListedTable::commands},
     {"tags", ListedTable::tags},
@@ -80,10 +70,16 @@ constexpr std::array<Choice<ListedTable>, 4> kListedTables{{
     {"elements", ListedTable::elements},
 }};
 
-template <const auto& Rows> std::vector<std::string_view> namesOf() {
+template <const auto& Rows> std::vector<std::string_view> choicesOf() {
     std::vector<std::string_view> names;
     std::ranges::transform(Rows, std::back_inserter(names),
                            [](const auto& row) { return row.name; });
+    return names;
+}
+
+std::vector<std::string_view> codes() {
+    std::vector<std::string_view> names;
+    std::ranges::transform(kDiagnosticRows, std::back_inserter(names), &DiagnosticRow::code);
     return names;
 }
 
@@ -126,7 +122,8 @@ CLI::Option* choice(CLI::App& app, const OptionRow& row, Options& options) {
         row.help + (": " + listOf(row.choices())));
 }
 // One code behind the option, which can be given again and again.
-template <auto Member> CLI::Option* codes(CLI::App& app, const OptionRow& row, Options& options) {
+template <auto Member>
+CLI::Option* codeList(CLI::App& app, const OptionRow& row, Options& options) {
     return app
         .add_option_function<std::vector<std::string>>(
             row.names,
@@ -159,6 +156,9 @@ CLI::Option* jobCount(CLI::App& app, const OptionRow& row, Options& options) {
     CLI::Range range(0, kMostJobs);
     return app.add_option(row.names, options.jobs, row.help)->check(range.description(""));
 }
+CLI::Option* shellArgument(CLI::App& app, const OptionRow& row, Options& options) {
+    return choice<&Options::shell, kShells>(app, row, options)->required();
+}
 CLI::Option* tableArgument(CLI::App& app, const OptionRow& row, Options& options) {
     return choice<&Options::listed, kListedTables>(app, row, options)->required();
 }
@@ -167,7 +167,8 @@ CLI::Option* tableArgument(CLI::App& app, const OptionRow& row, Options& options
 constexpr OptionRow kOptions[] = {
     {kConvert, "SCRIPT", "", scriptArguments, "The programme script, or several"},
     {kCheck | kStats, "SCRIPT", "", scriptArgument, "The programme script"},
-    {kList, "TABLE", "", tableArgument, "What to list", namesOf<kListedTables>},
+    {kCompletion, "SHELL", "", shellArgument, "The shell", choicesOf<kShells>},
+    {kList, "TABLE", "", tableArgument, "What to list", choicesOf<kListedTables>},
     {kConvert | kCheck | kStats | kList, "-d,--description", "FILE", text<&Options::description>,
      "The filter description, XML"},
     {kConvert, "-o,--output", "FILE", text<&Options::output>,
@@ -181,24 +182,24 @@ constexpr OptionRow kOptions[] = {
     {kConvert | kCheck, "--to", "LINE", line<&Options::playTo>,
      "End the play after this line of the script"},
     {kConvert | kCheck | kStats | kList, "--format", "FORMAT", choice<&Options::format, kFormats>,
-     "Form of what is reported", namesOf<kFormats>},
+     "Form of what is reported", choicesOf<kFormats>},
     {kConvert | kCheck | kStats, "--encoding", "NAME", choice<&Options::encoding, kInputEncodings>,
-     "Encoding of script and description", namesOf<kInputEncodings>},
+     "Encoding of script and description", choicesOf<kInputEncodings>},
     {kConvert | kCheck | kStats | kList, "--description-encoding", "NAME",
      choice<&Options::descriptionEncoding, kInputEncodings>,
-     "Encoding of the description alone", namesOf<kInputEncodings>},
+     "Encoding of the description alone", choicesOf<kInputEncodings>},
     {kConvert, "--output-encoding", "NAME", choice<&Options::outputEncoding, kOutputEncodings>,
-     "Encoding of the TVML script", namesOf<kOutputEncodings>},
+     "Encoding of the TVML script", choicesOf<kOutputEncodings>},
     {kConvert, "--library", "FILE", text<&Options::library>,
      "Have this library file convert, as any host does"},
     {kConvert | kCheck, "--failure-level", "LEVEL", choice<&Options::failureLevel, kFailureLevels>,
-     "Exit with 3 when a problem weighs as much", namesOf<kFailureLevels>},
-    {kConvert | kCheck, "--allow", "CODE", codes<&Options::allowed>,
-     "Leave problems of this code out"},
-    {kConvert | kCheck, "--deny", "CODE", codes<&Options::denied>,
-     "Count problems of this code as errors"},
+     "Exit with 3 when a problem weighs as much", choicesOf<kFailureLevels>},
+    {kConvert | kCheck, "--allow", "CODE", codeList<&Options::allowed>,
+     "Leave problems of this code out", codes},
+    {kConvert | kCheck, "--deny", "CODE", codeList<&Options::denied>,
+     "Count problems of this code as errors", codes},
     {kCheck, "--explain", "CODE", explanation,
-     "Say what a code means and what to do, with an example, and exit"},
+     "Say what a code means and what to do, with an example, and exit", codes},
 };
 // clang-format on
 
@@ -255,6 +256,13 @@ The words are those of the "keyword.ini" in the program's folder; B, AB and 3
 stand for any letter, any two letters and any number. JSON is one object
 {"version":1,"list":TABLE,"rows":[...]} on one line.)";
 
+constexpr const char* kCompletionFooter =
+    R"(bash   source <(tvmlfilter completion bash)
+zsh    tvmlfilter completion zsh > FOLDER/_tvmlfilter
+       for a FOLDER of $fpath)";
+
+constexpr const char* kManualFooter = R"(To read it: tvmlfilter man | man -l -)";
+
 // The first one is run when the arguments name none.
 constexpr CommandRow kCommands[] = {
     {kConvert, "convert", "Convert a programme script into a TVML script", kConvertFooter,
@@ -264,6 +272,9 @@ constexpr CommandRow kCommands[] = {
     {kStats, "stats", "Count what is in a script and estimate its speaking time", kStatsFooter,
      runStats},
     {kList, "list", "List what scripts and descriptions can say", kListFooter, runList},
+    {kCompletion, "completion", "Print a script by which a shell completes command lines",
+     kCompletionFooter, runCompletion},
+    {kManual, "man", "Print the manual page", kManualFooter, runManual},
 };
 
 constexpr const char* kFooter = R"(Exit codes:
@@ -339,6 +350,28 @@ std::vector<std::string> withCommand(std::vector<std::string> arguments) {
 }
 
 } // namespace
+
+std::span<const CommandRow> commandRows() {
+    return kCommands;
+}
+
+std::span<const OptionRow> optionRows() {
+    return kOptions;
+}
+
+std::string_view programFooter() {
+    return kFooter;
+}
+
+std::vector<std::string_view> namesOf(const OptionRow& row) {
+    std::vector<std::string_view> names;
+    for (std::string_view rest = row.names; !rest.empty();) {
+        const std::size_t comma = std::min(rest.find(','), rest.size());
+        names.push_back(rest.substr(0, comma));
+        rest.remove_prefix(std::min(comma + 1, rest.size()));
+    }
+    return names;
+}
 
 int runCommandLine(const std::vector<std::string>& arguments) {
     CLI::App app("Turns plain-text programme scripts into TVML scripts.\n"

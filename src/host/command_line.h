@@ -16,6 +16,9 @@ namespace tvml::host {
 // What `list` can show.
 enum class ListedTable : std::uint8_t { commands, tags, words, elements };
 
+// Shells that can complete command lines.
+enum class Shell : std::uint8_t { bash, zsh };
+
 // The values of all options of all subcommands.
 struct Options {
     std::string script;                 // the first one
@@ -33,6 +36,7 @@ struct Options {
     OutputEncoding outputEncoding = OutputEncoding::utf8;
     ReportFormat format = ReportFormat::text;
     ListedTable listed = ListedTable::commands;
+    Shell shell = Shell::bash;
     std::optional<FailureLevel> failureLevel; // none: the subcommand's own
     std::vector<Code> allowed;
     std::vector<Code> denied;
