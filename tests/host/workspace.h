@@ -85,8 +85,9 @@ public:
     }
 
 private:
+    // A backslash before the last quote would make a letter of it.
     static std::string quoted(std::string_view word) {
-        return std::string("\"").append(word).append("\"");
+        return std::string("\"").append(word).append(word.ends_with('\\') ? "\\\"" : "\"");
     }
 
     static std::string contents(const std::filesystem::path& path) {
