@@ -178,8 +178,10 @@ std::string zshSpecifications(const OptionRow& row) {
     const std::string value = takesValue(row) ? zshValues(row) : "";
     std::string specifications;
     for (const std::string_view name : names) {
+        // The value of a long name may stand behind a "=".
+        const std::string_view mark = !value.empty() && name.starts_with("--") ? "=" : "";
         specifications +=
-            concat({kNextLine, "'", lead, name, "[", zshText(row.help), "]", value, "'"});
+            concat({kNextLine, "'", lead, name, mark, "[", zshText(row.help), "]", value, "'"});
     }
     return specifications;
 }
