@@ -97,6 +97,21 @@ TEST(HostCheck, ShowsTextAndCountsTheProblems) {
     EXPECT_EQ(clean.errors, "<standard input>: 0 errors, 0 warnings, 0 notes\n");
 }
 
+TEST(HostCheck, RemarksAboutTheOutputAreObjectsToo) {
+    const Workspace work;
+    std::string line = "A: x";
+    for (int i = 0; i < 100; ++i) {
+        line += "\U00020B9F";
+    }
+    const Outcome outcome = work.run(
+        {work.write("script.txt", line), "-d", work.path("description.xml"), "--format", "json"});
+    std::string sources;
+    for (const std::string& object : linesOf(outcome.errors)) {
+        sources += nlohmann::json::parse(object).at("source").get<std::string>() + " ";
+    }
+    EXPECT_EQ(sources, "script output ");
+}
+
 TEST(HostCheck, ChecksTheDescriptionAndThePlayedLines) {
     const Workspace work;
     const std::string description = work.write(
