@@ -78,7 +78,8 @@ void ConversionRun::convertLines(const ConversionRequest& request) {
     std::u16string_view rest = upToTerminator(request.script);
     while (!rest.empty()) {
         number += number < std::numeric_limits<std::int32_t>::max() ? 1 : 0;
-        const std::size_t end = findUnit(rest, u'\n');
+        run_.line = findFirstLine(rest);
+        const std::size_t end = run_.line.end;
         const std::u16string_view line = rest.substr(0, end);
         rest = end == kNone ? std::u16string_view{} : rest.substr(end + 1);
         if (run_.report != nullptr) {
@@ -149,7 +150,10 @@ void ConversionRun::convertSpoken(std::u16string_view line, std::u16string_view 
     }
     line_.clear();
     if (!command || captioned) {
-        generateTalk(run_, speaker == kNoSpeaker ? letterText(u'A') : speaker, line, line_);
+        talk_.clear();
+        generateTalk(run_, speaker == kNoSpeaker ? letterText(u'A') : speaker, line,
+                     {line_, talk_});
+        body_.append(talk_);
     } else {
         const std::u16string phrase = commandPhrase(run_, line);
         const bool taken = (speaker == kNoSpeaker && generateStagingCommand(run_, phrase, line_)) ||

@@ -30,8 +30,9 @@ public:
     ConversionRun(KeywordTable& words, TvmlIniMirvol& settings, const platform::Platform& platform,
                   ConversionReport* report = nullptr);
 
-    // Converts once; an object serves one conversion. Throws TvmlException when
-    // the XML machinery fails.
+    // Converts once; an object serves one conversion. The result refers to this
+    // object and to the script of the request. Throws TvmlException when the XML
+    // machinery fails.
     TvmlScript convert(const ConversionRequest& request);
 
 private:
@@ -50,6 +51,7 @@ private:
     ScriptBody body_;
     TagLines tags_;
     std::u16string line_; // TVML of the line at hand
+    std::vector<TalkPiece> talk_;
 };
 
 } // namespace tvml

@@ -3,9 +3,11 @@
 #define TVML_FILTER_RUN_H
 
 #include <array>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 
 #include "filter/report.h"
@@ -13,15 +15,33 @@
 #include "filter/settings.h"
 #include "staging/staging_description.h"
 #include "vocabulary/keyword_table.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 
 // A character's talk template in which all is filled in but the speech, the
 // caption and the wait value, and what it was filled with.
 struct PreparedTalk {
+    const Variant* variant = nullptr;
     const CharacterModel* model = nullptr;
     std::u16string speed;
-    Template text;
+    const Template* text = nullptr;
+};
+
+// Keeps such templates as long as the run: a text that was written with one may
+// be wanted at its end. A template for captioned speech is another one, since it
+// is filled in another way.
+struct PreparedTalks {
+    // Some of the last ones for each character; neighbouring variants do not
+    // share a place.
+    static constexpr std::size_t kPlaces = 4;
+    using Latest = std::array<PreparedTalk, kPlaces>;
+    std::array<std::array<Latest, 26>, 2> latest; // by captioned, letter
+
+    using Key = std::tuple<bool, char16_t, const Variant*, const CharacterModel*, std::u16string>;
+    std::map<Key, Template> kept;
+    std::size_t units = 0; // what is kept, about
+    Template unkept;       // the last one that was too much to be kept
 };
 
 struct Run {
@@ -36,6 +56,7 @@ struct Run {
     ConversionReport* report; // null when nobody asks
 
     RunState state;
+    FirstLine line; // the script line at hand
     StagingDescription staging;
     TemplateDb templates;
     RandomGenerator random;
@@ -45,9 +66,7 @@ struct Run {
     std::optional<CommandIndex> commands;           // of the words that are loaded
     std::array<const CharacterModel*, 26> models{}; // current ones by letter, null for none
 
-    std::array<std::unordered_map<const Variant*, PreparedTalk>, 26> preparedTalk; // by letter
-    std::size_t preparedUnits = 0; // units of all of them
-    PreparedTalk unkeptTalk;       // the last one that is too long to be kept
+    PreparedTalks preparedTalks;
 
     // Looks every character's current model up, once its tables are complete.
     void resolveModels() {

@@ -16,6 +16,7 @@ namespace {
 // Segments begin small and grow to this many units.
 constexpr std::size_t kSmallestSegment = 256;
 constexpr std::size_t kLargestSegment = 16384;
+constexpr std::size_t kSegmentPieces = 512;
 
 // What a 32-bit length can tell.
 constexpr std::size_t kLongestBody = std::numeric_limits<std::int32_t>::max() - 1;
@@ -52,6 +53,22 @@ bool fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_v
     return true;
 }
 
+char16_t* BodySegment::copyTo(char16_t* to) const {
+    to = std::copy(text.begin(), text.end(), to);
+    for (const TalkPiece& piece : talk) {
+        to = piece.write(to);
+    }
+    return to;
+}
+
+void BodySegment::write() {
+    if (!talk.empty()) {
+        std::u16string written(talkUnits, u'\0');
+        copyTo(written.data());
+        *this = {std::move(written)};
+    }
+}
+
 void ScriptBody::countUnits(std::size_t units) {
     units_ += units;
     if (units_ > kLongestBody) {
@@ -67,18 +84,32 @@ void ScriptBody::append(std::u16string_view text) {
         report_->bodyGrew(text);
     }
     countUnits(text.size());
-    const bool open = segments_.size() > indexedSegments_;
-    if (!open || segments_.back().size() + text.size() > segments_.back().capacity()) {
+    const bool open = segments_.size() > indexedSegments_ && segments_.back().talk.empty();
+    if (!open || segments_.back().size() + text.size() > segments_.back().text.capacity()) {
         const std::size_t before = segments_.empty() ? 0 : segments_.back().size();
         const std::size_t units = std::clamp(2 * before, kSmallestSegment, kLargestSegment);
-        segments_.emplace_back().reserve(std::max(units, text.size()));
+        segments_.emplace_back().text.reserve(std::max(units, text.size()));
     }
-    segments_.back() += text;
+    segments_.back().text += text;
+}
+
+void ScriptBody::append(std::span<const TalkPiece> talk) {
+    for (const TalkPiece& piece : talk) {
+        const std::size_t units = piece.size();
+        countUnits(units);
+        const bool open = segments_.size() > indexedSegments_ && !segments_.back().talk.empty() &&
+                          segments_.back().talk.size() < kSegmentPieces;
+        std::vector<TalkPiece>& pieces =
+            open ? segments_.back().talk : segments_.emplace_back().talk;
+        pieces.push_back(piece);
+        segments_.back().talkUnits += units;
+    }
 }
 
 bool ScriptBody::holdsMainImageBase() {
     while (!mainImageBase_ && baseSegments_ < segments_.size()) {
-        const std::u16string& segment = segments_[baseSegments_];
+        segments_[baseSegments_].write();
+        const std::u16string& segment = segments_[baseSegments_].text;
         mainImageBase_ = findText(segment, kMainImageBase, baseUnits_) != kNone;
         baseUnits_ = segment.size();
         if (baseSegments_ + 1 == segments_.size()) {
@@ -91,7 +122,7 @@ bool ScriptBody::holdsMainImageBase() {
 }
 
 void ScriptBody::indexSegment(std::size_t number) {
-    const std::u16string_view text = segments_[number];
+    const std::u16string_view text = segments_[number].text;
     if (TitleTextFinder(text, TitleKind::title, words_).next(0) != kNone) {
         waitingTitles_.insert(waitingTitles_.end(), number);
     }
@@ -112,12 +143,12 @@ void ScriptBody::indexAgain(std::size_t number) {
         holders->erase(number);
     }
     indexSegment(number);
-    mainImageBase_ = mainImageBase_ || findText(segments_[number], kMainImageBase) != kNone;
+    mainImageBase_ = mainImageBase_ || findText(segments_[number].text, kMainImageBase) != kNone;
 }
 
 void ScriptBody::addIndexed(std::u16string_view text) {
     if (!text.empty()) {
-        segments_.emplace_back(text);
+        segments_.emplace_back().text = text;
         indexSegment(segments_.size() - 1);
     }
 }
@@ -147,11 +178,12 @@ void ScriptBody::indexNewText() {
     // Splitting gives segments new numbers, so the other search comes first.
     holdsMainImageBase();
     const auto first = segments_.begin() + static_cast<std::ptrdiff_t>(indexedSegments_);
-    const std::vector<std::u16string> fresh(std::make_move_iterator(first),
-                                            std::make_move_iterator(segments_.end()));
+    std::vector<BodySegment> fresh(std::make_move_iterator(first),
+                                   std::make_move_iterator(segments_.end()));
     segments_.erase(first, segments_.end());
-    for (const std::u16string& text : fresh) {
-        splitAtWaitingLines(text);
+    for (BodySegment& segment : fresh) {
+        segment.write();
+        splitAtWaitingLines(segment.text);
     }
     indexedSegments_ = segments_.size();
     baseSegments_ = segments_.size();
@@ -163,7 +195,7 @@ void ScriptBody::indexNewText() {
 void ScriptBody::fillArgument(std::size_t segment, std::size_t from, std::u16string_view argument,
                               const Numbers& holders, std::u16string_view placeholder,
                               std::u16string_view value) {
-    if (findText(segments_[segment], argument, from) == kNone) {
+    if (findText(segments_[segment].text, argument, from) == kNone) {
         const auto next = holders.upper_bound(segment);
         if (next == holders.end()) {
             return;
@@ -171,7 +203,7 @@ void ScriptBody::fillArgument(std::size_t segment, std::size_t from, std::u16str
         segment = *next;
         from = 0;
     }
-    if (fillQuotedArgument(segments_[segment], from, argument, placeholder, value, words_)) {
+    if (fillQuotedArgument(segments_[segment].text, from, argument, placeholder, value, words_)) {
         indexAgain(segment);
     }
 }
@@ -184,11 +216,11 @@ bool ScriptBody::completeCard(const CardText& card) {
     }
     countUnits(card.font.size() + card.size.size() + card.text.size());
     const std::size_t number = *waiting.rbegin();
-    const std::size_t at = findLastTitleText(segments_[number], card.kind, words_);
+    const std::size_t at = findLastTitleText(segments_[number].text, card.kind, words_);
     fillArgument(number, at, kFontName, fontNames_, card.fontPlaceholder, card.font);
     fillArgument(number, at, kSize, sizes_, card.sizePlaceholder, card.size);
     const std::u16string_view placeholder = placeholderOf(card.kind);
-    std::u16string& segment = segments_[number];
+    std::u16string& segment = segments_[number].text;
     const std::size_t found = findText(segment, placeholder, at);
     if (found != kNone) {
         segment.replace(found, placeholder.size(), card.text);

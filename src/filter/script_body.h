@@ -4,10 +4,13 @@
 
 #include <deque>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "filter/scanners.h"
+#include "generation/talk_piece.h"
 #include "vocabulary/keyword_table.h"
 
 namespace tvml {
@@ -33,6 +36,19 @@ struct CardText {
     std::u16string_view text;
 };
 
+// Some lines of the body: a text, or talk that is not written yet.
+struct BodySegment {
+    std::u16string text{};
+    std::vector<TalkPiece> talk{};
+    std::size_t talkUnits = 0;
+
+    std::size_t size() const { return text.size() + talkUnits; }
+    char16_t* copyTo(char16_t* to) const; // returns the end
+
+    // Makes talk a text.
+    void write();
+};
+
 // The text grows at its end. It is kept in segments of whole lines, so that
 // growing copies nothing. What completing a card looks for anywhere in the text
 // is indexed when the first card asks, each part of the text once; a line that
@@ -48,6 +64,9 @@ public:
     // longest script that can be delivered.
     void append(std::u16string_view text);
 
+    // The same for talk; no piece holds a "$".
+    void append(std::span<const TalkPiece> talk);
+
     // The text holds the command that opens the base of main pictures.
     bool holdsMainImageBase();
 
@@ -55,8 +74,8 @@ public:
     // card's kind; false when there is none.
     bool completeCard(const CardText& card);
 
-    const std::deque<std::u16string>& segments() const { return segments_; }
-    std::deque<std::u16string> takeSegments() { return std::move(segments_); }
+    const std::deque<BodySegment>& segments() const { return segments_; }
+    std::deque<BodySegment> takeSegments() { return std::move(segments_); }
 
 private:
     using Numbers = std::set<std::size_t>; // of segments
@@ -73,7 +92,7 @@ private:
 
     const KeywordTable& words_;
     ConversionReport* report_;
-    std::deque<std::u16string> segments_;
+    std::deque<BodySegment> segments_;
     std::size_t units_ = 0; // at least those of the text
 
     // Which of the first indexedSegments_ segments hold what.

@@ -54,10 +54,12 @@ void dropLastSkipLine(std::u16string& setting, const KeywordTable& words) {
     }
 }
 
-bool mayHoldUnfilledTitles(const std::deque<std::u16string>& pieces) {
-    return std::any_of(pieces.begin(), pieces.end(), [](const std::u16string& piece) {
-        return findUnit(piece, u'$') != kNone &&
-               (piece.find(u"$TITLE") != kNone || piece.find(u"$SUBTITLE") != kNone);
+bool mayHoldUnfilledTitles(const std::deque<BodySegment>& pieces) {
+    return std::any_of(pieces.begin(), pieces.end(), [](const BodySegment& piece) {
+        // Talk that is not written yet has no "$".
+        const std::u16string& text = piece.text;
+        return findUnit(text, u'$') != kNone &&
+               (text.find(u"$TITLE") != kNone || text.find(u"$SUBTITLE") != kNone);
     });
 }
 
@@ -115,19 +117,20 @@ private:
 void TvmlScript::append(std::u16string piece) {
     size_ += piece.size();
     if (!piece.empty()) {
+        pieces_.emplace_back().text = std::move(piece);
+    }
+}
+
+void TvmlScript::append(std::deque<BodySegment> pieces) {
+    for (BodySegment& piece : pieces) {
+        size_ += piece.size();
         pieces_.push_back(std::move(piece));
     }
 }
 
-void TvmlScript::append(std::deque<std::u16string> pieces) {
-    for (std::u16string& piece : pieces) {
-        append(std::move(piece));
-    }
-}
-
 void TvmlScript::copyTo(char16_t* output) const {
-    for (const std::u16string& piece : pieces_) {
-        output = std::copy(piece.begin(), piece.end(), output);
+    for (const BodySegment& piece : pieces_) {
+        output = piece.copyTo(output);
     }
 }
 

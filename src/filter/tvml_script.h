@@ -13,10 +13,11 @@
 namespace tvml {
 
 // A text in pieces, so that a long body is not copied to put a head before it.
+// Talk in it refers to the run and to the script that was converted.
 class TvmlScript {
 public:
     void append(std::u16string piece);
-    void append(std::deque<std::u16string> pieces);
+    void append(std::deque<BodySegment> pieces);
 
     // Length in UTF-16 units, without a terminator.
     std::size_t size() const { return size_; }
@@ -25,13 +26,13 @@ public:
     void copyTo(char16_t* output) const;
 
     std::u16string text() const;
-    const std::deque<std::u16string>& pieces() const { return pieces_; }
+    const std::deque<BodySegment>& pieces() const { return pieces_; }
 
     // Removes what title cards left without their second text.
     void removeUnfilledTitles(const KeywordTable& words);
 
 private:
-    std::deque<std::u16string> pieces_;
+    std::deque<BodySegment> pieces_;
     std::size_t size_ = 0;
 };
 

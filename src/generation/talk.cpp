@@ -2,6 +2,7 @@
 #include "generation/talk.h"
 
 #include <array>
+#include <utility>
 
 #include "reading/brackets.h"
 #include "reading/script_text.h"
@@ -11,15 +12,86 @@
 namespace tvml {
 namespace {
 
-constexpr std::u16string_view waitValue(bool blocking) {
-    return blocking ? u"yes" : u"no";
+// So many units of prepared templates a run keeps; a description can make them
+// as long as it likes, and a script can ask for as many as it likes.
+constexpr std::size_t kPreparedUnits = std::size_t{4} << 20;
+constexpr std::size_t kUnitsOfOne = 128; // besides its text
+
+// The first six placeholders in the order of filling. What they are filled with
+// seldom changes, so each character's templates are kept with them filled in.
+std::u16string preparedText(const Variant& variant, char16_t letter, const CharacterModel& model,
+                            const std::u16string& talkSpeed) {
+    const std::array<Filling, 6> fillings{{
+        {u"$1", letterText(letter)},
+        {u"$3", model.lipsync},
+        {u"$5", talkSpeed},
+        {u"$6", model.pitch},
+        {u"$7", model.intonation},
+        {u"$8", model.volume},
+    }};
+    std::u16string text = variant.text.text();
+    fillText(text, fillings);
+    return text;
+}
+
+// A template, null for none; it stays as long as the run or until the next one
+// is selected.
+struct SelectedTalk {
+    const Template* text = nullptr;
+    bool stays = false;
+};
+
+SelectedTalk prepareTalk(PreparedTalks& talks, const PreparedTalks::Key& key,
+                         const Variant& variant) {
+    const auto& [captioned, letter, ofVariant, model, speed] = key;
+    const auto found = talks.kept.find(key);
+    if (found != talks.kept.end()) {
+        return {&found->second, true};
+    }
+    Template text(preparedText(variant, letter, *model, speed));
+    const std::size_t units = text.text().size() + kUnitsOfOne;
+    if (units > kPreparedUnits - talks.units) {
+        talks.unkept = std::move(text);
+        return {&talks.unkept, false};
+    }
+    talks.units += units;
+    return {&talks.kept.emplace(key, std::move(text)).first->second, true};
+}
+
+// The talk look-up: the next talk template of the character with its name and
+// its model's values filled in.
+SelectedTalk selectTalkTemplate(Run& run, char16_t letter, bool captioned) {
+    const CharacterModel* model = run.models[Run::slot(letter)];
+    if (model == nullptr) {
+        run.tell(ScriptProblem::modelMissing, {}, letterText(letter));
+        return {};
+    }
+    const auto element =
+        run.state.subImageShown ? CharacterElement::subimagetalk : CharacterElement::talk;
+    const Variant* variant = run.select(element, letter);
+    if (variant == nullptr) {
+        return {};
+    }
+    const std::u16string& speed = run.talkSpeed[Run::slot(letter)];
+    PreparedTalk& latest = run.preparedTalks.latest[captioned ? 1 : 0][Run::slot(letter)]
+                                                   [variant->element % PreparedTalks::kPlaces];
+    if (latest.variant == variant && latest.model == model && latest.speed == speed) {
+        return {latest.text, true};
+    }
+    const SelectedTalk talk =
+        prepareTalk(run.preparedTalks, {captioned, letter, variant, model, speed}, *variant);
+    if (talk.stays) {
+        latest = {variant, model, speed, talk.text};
+    }
+    return talk;
 }
 
 // Writes the pieces of one talk line.
 class TalkLine final : public PieceSink {
 public:
-    TalkLine(Run& run, char16_t speaker, std::u16string& out)
-        : run_(run), speaker_(speaker), out_(out), start_(out.size()) {}
+    // `lineStays` is false for a line that the pieces cannot refer to.
+    TalkLine(Run& run, char16_t speaker, TalkOutput out, bool lineStays)
+        : run_(run), speaker_(speaker), out_(out), canWait_(lineStays && run.report == nullptr) {}
 
     // Speaks a text with the rules of its script.
     void say(std::u16string_view speech, bool blocking) {
@@ -35,44 +107,55 @@ public:
     }
 
     void sayWithCaption(std::u16string_view speech, std::u16string_view caption, bool blocking) {
-        emit(speech, caption, waitValue(blocking), true);
+        emit({nullptr, speech, caption, blocking, true});
     }
 
     void piece(std::u16string_view text, bool lastOfSpeech, bool cutInWord) override {
         if (cutInWord) {
             run_.tell(ScriptProblem::sentenceCutInWord, text);
         }
-        emit(text, {}, waitValue(blocking_ || !lastOfSpeech), false);
+        emit({nullptr, text, {}, blocking_ || !lastOfSpeech, false});
     }
 
 private:
     bool speakerIsKnown() const { return speaker_ >= u'A' && speaker_ <= run_.state.lastCharacter; }
 
     // A piece that cannot be spoken silences the whole line.
-    void emit(std::u16string_view speech, std::u16string_view caption, std::u16string_view wait,
-              bool withCaption) {
-        const Template* talk =
-            failed_ || !speakerIsKnown() ? nullptr : selectTalkTemplate(run_, speaker_);
-        if (talk == nullptr) {
+    void emit(TalkPiece piece) {
+        const SelectedTalk talk = failed_ || !speakerIsKnown()
+                                      ? SelectedTalk{}
+                                      : selectTalkTemplate(run_, speaker_, piece.captioned);
+        if (talk.text == nullptr) {
             failed_ = true;
-            out_.resize(start_);
+            out_.text.clear();
+            out_.pieces.clear();
             return;
         }
-        const std::array<Filling, 3> fillings{{
-            {u"$9", wait},
-            {u"$4", caption},
-            {u"$2", speech, withCaption},
-        }};
-        talk->fill(fillings, out_);
         if (run_.report != nullptr) {
-            run_.report->spoken(speaker_, speech, run_.talkSpeed[Run::slot(speaker_)]);
+            run_.report->spoken(speaker_, piece.speech, run_.talkSpeed[Run::slot(speaker_)]);
         }
+        piece.text = talk.text;
+        canWait_ = canWait_ && talk.stays && piece.canWait(run_.line.mayHoldMarks);
+        if (canWait_) {
+            out_.pieces.push_back(piece);
+        } else {
+            writeText(piece);
+        }
+    }
+
+    // After the first piece that cannot wait, nothing of the line does.
+    void writeText(const TalkPiece& piece) {
+        for (const TalkPiece& earlier : out_.pieces) {
+            earlier.text->fill(earlier.fillings(), out_.text);
+        }
+        out_.pieces.clear();
+        piece.text->fill(piece.fillings(), out_.text);
     }
 
     Run& run_;
     const char16_t speaker_;
-    std::u16string& out_;
-    const std::size_t start_;
+    const TalkOutput out_;
+    bool canWait_;
     bool blocking_ = true;
     bool failed_ = false;
 };
@@ -150,68 +233,15 @@ void sayLine(Run& run, std::u16string_view line, TalkLine& talk) {
     sayCaptionedOrWhole(run, groups, talk);
 }
 
-// So many units of prepared templates a run keeps; a description can make them
-// as long as it likes.
-constexpr std::size_t kPreparedUnits = std::size_t{4} << 20;
-
-// The first six placeholders in the order of filling. What they are filled with
-// seldom changes, so each character's templates are kept with them filled in.
-PreparedTalk prepareTalk(const Variant& variant, char16_t letter, const CharacterModel& model,
-                         const std::u16string& talkSpeed) {
-    const std::array<Filling, 6> fillings{{
-        {u"$1", letterText(letter)},
-        {u"$3", model.lipsync},
-        {u"$5", talkSpeed},
-        {u"$6", model.pitch},
-        {u"$7", model.intonation},
-        {u"$8", model.volume},
-    }};
-    std::u16string text = variant.text.text();
-    fillText(text, fillings);
-    return {&model, talkSpeed, Template(std::move(text))};
-}
-
 } // namespace
 
-const Template* selectTalkTemplate(Run& run, char16_t letter) {
-    const CharacterModel* model = run.models[Run::slot(letter)];
-    if (model == nullptr) {
-        run.tell(ScriptProblem::modelMissing, {}, letterText(letter));
-        return nullptr;
-    }
-    const auto element =
-        run.state.subImageShown ? CharacterElement::subimagetalk : CharacterElement::talk;
-    const Variant* variant = run.select(element, letter);
-    if (variant == nullptr) {
-        return nullptr;
-    }
-    const std::u16string& talkSpeed = run.talkSpeed[Run::slot(letter)];
-    auto& kept = run.preparedTalk[Run::slot(letter)];
-    const auto found = kept.find(variant);
-    if (found != kept.end() && found->second.model == model && found->second.speed == talkSpeed) {
-        return &found->second.text;
-    }
-    PreparedTalk prepared = prepareTalk(*variant, letter, *model, talkSpeed);
-    run.preparedUnits += prepared.text.text().size();
-    if (run.preparedUnits > kPreparedUnits) {
-        run.preparedUnits -= prepared.text.text().size();
-        run.unkeptTalk = std::move(prepared);
-        return &run.unkeptTalk.text;
-    }
-    PreparedTalk& entry = kept[variant];
-    run.preparedUnits -= entry.text.text().size();
-    entry = std::move(prepared);
-    return &entry.text;
-}
-
-void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view line,
-                  std::u16string& out) {
+void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view line, TalkOutput out) {
     if (speaker.empty() || line.empty()) {
         return;
     }
     run.state.talkStarted = true;
     std::u16string quoted;
-    if (findUnit(line, u'"') != kNone) {
+    if (run.line.mayHoldQuotes && findUnit(line, u'"') != kNone) {
         quoted = line;
         replaceDoubleQuotes(quoted);
         if (run.report != nullptr) {
@@ -219,7 +249,7 @@ void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view lin
         }
         line = quoted;
     }
-    TalkLine talk(run, speaker.front(), out);
+    TalkLine talk(run, speaker.front(), out, quoted.empty());
     sayLine(run, line, talk);
 }
 

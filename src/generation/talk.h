@@ -4,20 +4,23 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "filter/run.h"
+#include "generation/talk_piece.h"
 
 namespace tvml {
 
-// The talk look-up: the next talk template of the character with its name and
-// its model's values filled in; null when it has no model or no template. Stays
-// valid until the next look-up.
-const Template* selectTalkTemplate(Run& run, char16_t letter);
+// What a talk line becomes: the text or, where that can be written later, its
+// pieces; never both.
+struct TalkOutput {
+    std::u16string& text;
+    std::vector<TalkPiece>& pieces;
+};
 
-// Appends the TVML of one talk line to `out`: nothing when the line or the
-// speaker is empty or the speaker cannot talk.
-void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view line,
-                  std::u16string& out);
+// Adds the TVML of one talk line: nothing when the line or the speaker is empty
+// or the speaker cannot talk. Pieces refer to `line` and to the run.
+void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view line, TalkOutput out);
 
 } // namespace tvml
 

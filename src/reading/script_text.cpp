@@ -7,18 +7,6 @@
 
 namespace tvml {
 
-std::u16string_view trimScriptText(std::u16string_view text, const KeywordTable& words) {
-    std::size_t first = 0;
-    std::size_t last = text.size();
-    while (first < last && words.isBlank(text[first])) {
-        ++first;
-    }
-    while (last > first && words.isBlank(text[last - 1])) {
-        --last;
-    }
-    return text.substr(first, last - first);
-}
-
 std::u16string_view letterText(char16_t letter) {
     static constexpr std::u16string_view kLetters = u"ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     return kLetters.substr(static_cast<std::size_t>(letter - u'A'), 1);

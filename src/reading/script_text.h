@@ -12,7 +12,15 @@
 namespace tvml {
 
 // `text` without script blanks at its ends; a part of `text`.
-std::u16string_view trimScriptText(std::u16string_view text, const KeywordTable& words);
+inline std::u16string_view trimScriptText(std::u16string_view text, const KeywordTable& words) {
+    while (!text.empty() && words.isBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && words.isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
 
 // The letter "A" to "Z" of which `text` is a one-unit form, else empty.
 std::u16string_view characterLetterOf(std::u16string_view text, const KeywordTable& words);

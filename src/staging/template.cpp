@@ -19,13 +19,8 @@ namespace {
 constexpr char16_t kMark = u'$';
 constexpr std::uint32_t kNoFilling = 0xFFFFFFFFu;
 
-// Values are a few units long, which a plain loop reads fastest.
 bool holdsMark(std::u16string_view value) {
-    bool found = false;
-    for (const char16_t unit : value) {
-        found = found || unit == kMark;
-    }
-    return found;
+    return findUnit(value, kMark) != std::u16string_view::npos;
 }
 
 bool valuesHoldNoMark(std::span<const Filling> fillings) {
@@ -103,6 +98,7 @@ void Template::compile(std::span<const Filling> fillings) const {
     pieces_.clear();
     compiledFor_.clear();
     inOnePass_ = true;
+    leavesMarks_ = false;
     for (const Filling& filling : fillings) {
         compiledFor_.push_back({filling.placeholder.address(), filling.firstOnly});
     }
@@ -117,6 +113,7 @@ void Template::compile(std::span<const Filling> fillings) const {
             break;
         }
         if (fillings[filling].firstOnly && std::exchange(firstDone, true)) {
+            leavesMarks_ = true;
             continue; // a further one stays as it is
         }
         pieces_.push_back({copied, static_cast<std::uint32_t>(mark), filling});
@@ -125,18 +122,19 @@ void Template::compile(std::span<const Filling> fillings) const {
     pieces_.push_back({copied, static_cast<std::uint32_t>(text_.size()), kNoFilling});
 }
 
-void Template::fillPieces(std::span<const Filling> fillings, std::u16string& out) const {
-    std::size_t size = out.size();
+std::size_t Template::filledSize(std::span<const Filling> fillings) const {
+    std::size_t size = 0;
     for (const Piece& piece : pieces_) {
         size += piece.literalEnd - piece.literalStart;
         size += piece.filling != kNoFilling ? fillings[piece.filling].value.size() : 0;
     }
-    if (size > kFilledLimit + out.size()) {
+    if (size > kFilledLimit) {
         throw std::length_error("a filled template is too long");
     }
-    const std::size_t start = out.size();
-    out.resize(size);
-    char16_t* to = out.data() + start;
+    return size;
+}
+
+char16_t* Template::write(std::span<const Filling> fillings, char16_t* to) const {
     for (const Piece& piece : pieces_) {
         const std::size_t literal = piece.literalEnd - piece.literalStart;
         std::memcpy(to, text_.data() + piece.literalStart, literal * sizeof(char16_t));
@@ -145,6 +143,14 @@ void Template::fillPieces(std::span<const Filling> fillings, std::u16string& out
             to = copyValue(fillings[piece.filling].value, to);
         }
     }
+    return to;
+}
+
+bool Template::leavesNoMarks(std::span<const Filling> fillings) const {
+    if (!isCompiledFor(fillings)) {
+        compile(fillings);
+    }
+    return inOnePass_ && !leavesMarks_;
 }
 
 void Template::fill(std::span<const Filling> fillings, std::u16string& out) const {
@@ -152,7 +158,9 @@ void Template::fill(std::span<const Filling> fillings, std::u16string& out) cons
         compile(fillings);
     }
     if (inOnePass_ && valuesHoldNoMark(fillings)) {
-        fillPieces(fillings, out);
+        const std::size_t start = out.size();
+        out.resize(start + filledSize(fillings));
+        write(fillings, out.data() + start);
         return;
     }
     std::u16string text = text_;

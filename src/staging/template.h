@@ -48,6 +48,14 @@ public:
     // Throws std::length_error when the result would pass kFilledLimit units.
     void fill(std::span<const Filling> fillings, std::u16string& out) const;
 
+    // Filling in two steps, for a text that is wanted later. Only a template that
+    // passes on no "$" but those of the values can wait: filledSize() and write()
+    // are for fillings of such a template that differ in nothing but values
+    // without "$".
+    bool leavesNoMarks(std::span<const Filling> fillings) const;
+    std::size_t filledSize(std::span<const Filling> fillings) const;
+    char16_t* write(std::span<const Filling> fillings, char16_t* to) const; // returns the end
+
 private:
     // The template cut at its placeholders: text_[literalStart, literalEnd), then
     // the value of a filling. The last piece has no filling.
@@ -65,7 +73,6 @@ private:
 
     bool isCompiledFor(std::span<const Filling> fillings) const;
     void compile(std::span<const Filling> fillings) const;
-    void fillPieces(std::span<const Filling> fillings, std::u16string& out) const;
 
     std::u16string text_;
 
@@ -73,7 +80,8 @@ private:
     // templates are always filled by the same ones.
     mutable std::vector<Piece> pieces_;
     mutable std::vector<CompiledFilling> compiledFor_;
-    mutable bool inOnePass_ = false; // every "$" begins one of them
+    mutable bool inOnePass_ = false;   // every "$" begins one of them
+    mutable bool leavesMarks_ = false; // not every "$" is filled
 };
 
 // No filled template is longer, whatever a description's values do to each

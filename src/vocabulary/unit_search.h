@@ -31,26 +31,23 @@ inline std::uint64_t zeroUnits(std::uint64_t step) {
     return (step - kEach) & ~step & (kEach << 15);
 }
 
-} // namespace detail
+// A loop that is not left early becomes vector code.
+inline bool blockHolds(const char16_t* block, char16_t unit) {
+    char16_t found = 0; // as wide as the units, which keeps the vectors full
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        found |= static_cast<char16_t>(block[i] == unit ? 0xFFFF : 0);
+    }
+    return found != 0;
+}
 
-// The position of the first `unit` in `text` at or after `from`, or npos.
-inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t from = 0) {
+// Without blocks, for a unit that is near.
+inline std::size_t findUnitInSteps(std::u16string_view text, char16_t unit, std::size_t from) {
     static_assert(std::endian::native == std::endian::little,
                   "the lowest bits of a step are its first unit");
-    const std::uint64_t wanted = detail::kEach * unit;
+    const std::uint64_t wanted = kEach * unit;
     std::size_t at = from;
-    // Blocks that are not left early become vector code.
-    for (; at + detail::kBlock <= text.size(); at += detail::kBlock) {
-        char16_t found = 0; // as wide as the units, which keeps the vectors full
-        for (std::size_t i = 0; i < detail::kBlock; ++i) {
-            found |= static_cast<char16_t>(text[at + i] == unit ? 0xFFFF : 0);
-        }
-        if (found != 0) {
-            break;
-        }
-    }
-    for (; at + detail::kUnitsPerStep <= text.size(); at += detail::kUnitsPerStep) {
-        const std::uint64_t hits = detail::zeroUnits(detail::loadUnits(text.data() + at) ^ wanted);
+    for (; at + kUnitsPerStep <= text.size(); at += kUnitsPerStep) {
+        const std::uint64_t hits = zeroUnits(loadUnits(text.data() + at) ^ wanted);
         if (hits != 0) {
             return at + static_cast<std::size_t>(std::countr_zero(hits)) / 16;
         }
@@ -61,6 +58,43 @@ inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t
         }
     }
     return std::u16string_view::npos;
+}
+
+} // namespace detail
+
+// The position of the first `unit` in `text` at or after `from`, or npos.
+inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t from = 0) {
+    std::size_t at = from;
+    while (at + detail::kBlock <= text.size() && !detail::blockHolds(text.data() + at, unit)) {
+        at += detail::kBlock;
+    }
+    return detail::findUnitInSteps(text, unit, at);
+}
+
+// The first line of a text: where it ends, npos without a line feed, and what it
+// holds. A line that is told to hold something may yet hold none of it.
+struct FirstLine {
+    std::size_t end = std::u16string_view::npos;
+    bool mayHoldQuotes = false; // double quotes
+    bool mayHoldMarks = false;  // "$"
+};
+
+// One look at each unit in place of three.
+inline FirstLine findFirstLine(std::u16string_view text) {
+    FirstLine line;
+    std::size_t at = 0;
+    for (; at + detail::kBlock <= text.size(); at += detail::kBlock) {
+        const char16_t* block = text.data() + at;
+        line.mayHoldQuotes |= detail::blockHolds(block, u'"');
+        line.mayHoldMarks |= detail::blockHolds(block, u'$');
+        if (detail::blockHolds(block, u'\n')) {
+            // All of the block counts, which is more than the line.
+            line.end = detail::findUnitInSteps(text, u'\n', at);
+            return line;
+        }
+    }
+    // The end of the text is looked at again where that is needed.
+    return {detail::findUnitInSteps(text, u'\n', at), true, true};
 }
 
 // The position of the first `pattern`, which is not empty, in `text` at or after
