@@ -60,9 +60,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     TvmlIniMirvol settings(platform);
     WorkReport report;
     try {
-        const TvmlScript result = ConversionRun(words, settings, platform).convert(request);
+        ConversionRun run(words, settings, platform);
+        const TvmlScript result = run.convert(request);
         checkDelivery(result);
-        const TvmlScript told = ConversionRun(words, settings, platform, &report).convert(request);
+        ConversionRun toldRun(words, settings, platform, &report);
+        const TvmlScript told = toldRun.convert(request);
         FUZZ_CHECK(result.text() == told.text());
     } catch (const std::length_error&) {
         return 0; // values that multiply each other; the exported function returns 0
