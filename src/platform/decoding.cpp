@@ -70,7 +70,8 @@ std::string withDotsForBadPairs(std::string_view bytes) {
             continue;
         }
         if (!isTrail(static_cast<unsigned char>(pairs[i + 1]))) {
-            pairs.replace(i, 2, "\x81\x45");
+            pairs[i] = '\x81';
+            pairs[i + 1] = '\x45';
         }
         ++i;
     }
