@@ -57,6 +57,19 @@ void dialogueFilter(benchmark::State& state) {
     perLine(state, kDialogueLines);
 }
 
+// With the text delivered into a buffer that the host keeps.
+void dialogueDelivered(benchmark::State& state) {
+    const std::u16string script = bench::dialogue(kDialogueLines);
+    const std::u16string description = bench::smallDescription();
+    std::u16string output(static_cast<std::size_t>(sizeOf(script, description)), u'\0');
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(fil_process(script.c_str(), 0, 0, description.c_str(),
+                                             output.data(),
+                                             static_cast<std::int32_t>(output.size())));
+    }
+    perLine(state, kDialogueLines);
+}
+
 void appendHtml(const MD_CHAR* text, MD_SIZE size, void* output) {
     static_cast<std::string*>(output)->append(text, size);
 }
@@ -202,6 +215,8 @@ int main(int argc, char** argv) {
             ->Unit(benchmark::kMillisecond);
     }
     benchmark::RegisterBenchmark("dialogue/filter", dialogueFilter)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("dialogue/delivered", dialogueDelivered)
+        ->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("dialogue/md4c", dialogueMd4c)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("dialogue/cmark", dialogueCmark)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("dialogue/memcpy", dialogueMemcpy)->Unit(benchmark::kMillisecond);

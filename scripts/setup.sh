@@ -2,19 +2,30 @@
 #
 # Installs what the build and the tests need on Debian 12 and is not there yet.
 #
-#   scripts/setup.sh
+#   scripts/setup.sh [fuzz] [bench]     with what the fuzzers, the benchmarks need
 #
 # Asks nothing and needs no network when all is there. Exit status: 0 all is
 # there, 1 something could not be installed.
 
 set -euo pipefail
 
-readonly packages=(
+packages=(
   build-essential cmake ninja-build git
   libxerces-c-dev libicu-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libbenchmark-dev
   clang-format valgrind mandoc
 )
+
+for extra; do
+  case $extra in
+    fuzz) packages+=(clang libclang-rt-14-dev) ;;
+    bench) packages+=(libmd4c-dev libmd4c-html0-dev libcmark-dev) ;;
+    *)
+      echo "setup: error: nothing is known to belong to $extra" >&2
+      exit 2
+      ;;
+  esac
+done
 
 installed() {
   dpkg -s "$1" 2>/dev/null | grep -q '^Status: install ok installed'
