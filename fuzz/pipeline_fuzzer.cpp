@@ -17,7 +17,7 @@ constexpr char16_t kCanary = 0xDEAD;
 // Counts the work of a run: whatever is written comes from a chosen template.
 class WorkReport final : public ConversionReport {
 public:
-    void templateChosen(std::u16string_view, const Variant&) override { ++templates; }
+    void templateChosen(std::u16string_view, std::size_t) override { ++templates; }
     void lineStarted(std::int32_t, std::u16string_view) override { ++lines; }
     void problem(ScriptProblem, std::u16string_view, std::u16string_view) override { ++problems; }
 

@@ -213,7 +213,7 @@ void DiagnosticCollector::taken(TakenBy by, std::u16string_view name) {
     work_->needsCheck = work_->needsCheck || by == TakenBy::tag;
 }
 
-void DiagnosticCollector::templateChosen(std::u16string_view, const Variant&) {
+void DiagnosticCollector::templateChosen(std::u16string_view, std::size_t) {
     work_->facts.spoken = true;
 }
 

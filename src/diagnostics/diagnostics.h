@@ -61,7 +61,7 @@ public:
     void rewritten(std::u16string_view before, std::u16string_view after) override;
     void recognized(const Recognition& recognition) override;
     void taken(TakenBy by, std::u16string_view name) override;
-    void templateChosen(std::u16string_view element, const Variant& variant) override;
+    void templateChosen(std::u16string_view element, std::size_t number) override;
     void titleCard(std::u16string_view marker, bool completed) override;
     void problem(ScriptProblem what, std::u16string_view where,
                  std::u16string_view detail) override;

@@ -86,16 +86,16 @@ void ConversionRun::convertLines(const ConversionRequest& request) {
             run_.report->lineStarted(number, line);
         }
         if (number == request.playFrom) {
-            append(kPlayFromHere);
+            mark(kPlayFromHere, request.playFrom);
         }
         if (std::int64_t{number} == std::int64_t{request.playTo} + 1) {
-            append(kEnd);
+            mark(kEnd, request.playTo);
         }
         convertLine(line);
     }
     const std::int64_t behindLast = std::int64_t{request.playTo} - number;
     if (behindLast == 0 || behindLast == 1) {
-        append(kEnd);
+        mark(kEnd, request.playTo);
     }
 }
 
@@ -162,10 +162,14 @@ void ConversionRun::convertSpoken(std::u16string_view line, std::u16string_view 
             run_.tell(ScriptProblem::commandUnknown, phrase);
         }
     }
-    append(line_);
+    body_.append(line_);
 }
 
-void ConversionRun::append(std::u16string_view text) {
+// A line of the player's, which no script line wrote.
+void ConversionRun::mark(std::u16string_view text, std::int32_t line) {
+    if (run_.report != nullptr) {
+        run_.report->playMark(line);
+    }
     body_.append(text);
 }
 

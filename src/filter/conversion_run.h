@@ -41,7 +41,7 @@ private:
     void convertLine(std::u16string_view untrimmed);
     void convertSpoken(std::u16string_view line, std::u16string_view speaker);
     std::u16string_view takeSpeaker(std::u16string_view& line);
-    void append(std::u16string_view text);
+    void mark(std::u16string_view text, std::int32_t line);
 
     KeywordTable& words_;
     TvmlIniMirvol& settings_;

@@ -4,7 +4,9 @@
 #ifndef TVML_FILTER_REPORT_H
 #define TVML_FILTER_REPORT_H
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "reading/command_recognition.h"
@@ -48,6 +50,14 @@ enum class FileUse : std::uint8_t { picture, sound, speech };
 // Which table took a command or tag line.
 enum class TakenBy : std::uint8_t { tag, stagingCommand, characterCommand, pose };
 
+// Where a text comes from that no line of the body wrote.
+struct TextOrigin {
+    std::u16string_view element = {}; // of the description; empty for none
+    std::size_t number = 0;           // of that element, 0 for its built-in text
+    std::int32_t line = 0;            // the script line that asked for it, 0 for none
+};
+
+// Positions and sizes in the output count units.
 class ConversionReport {
 public:
     virtual ~ConversionReport() = default;
@@ -66,9 +76,11 @@ public:
     // views may be parts of it.
     virtual void rewritten(std::u16string_view /*before*/, std::u16string_view /*after*/) {}
     virtual void recognized(const Recognition&) {}
-    virtual void adverbsRead(const AdverbValues&) {}
+    virtual void adverbsRead(std::u16string_view /*list*/, const AdverbValues&) {}
     virtual void taken(TakenBy, std::u16string_view /*name*/) {}
-    virtual void templateChosen(std::u16string_view /*element*/, const Variant&) {}
+
+    // `number` is that of the description's element, 0 for a built-in text.
+    virtual void templateChosen(std::u16string_view /*element*/, std::size_t /*number*/) {}
 
     // A piece of talk was written: what is said, without its caption, and the
     // talk speed as TVML has it.
@@ -87,8 +99,28 @@ public:
     virtual void problem(ScriptProblem, std::u16string_view /*where*/,
                          std::u16string_view /*detail*/) {}
 
-    // The line's text went into the body.
-    virtual void bodyGrew(std::u16string_view /*text*/) {}
+    // A text of the line went into the body, at its end.
+    virtual void bodyGrew(std::size_t /*units*/) {}
+
+    // The next text of the body is no text of the line but "playfromhere()" or
+    // "end()", for this line of the request.
+    virtual void playMark(std::int32_t /*line*/) {}
+
+    // A text of the line took the place of a placeholder that an earlier line
+    // left in the body; `fromEnd` is where the placeholder began, counted from
+    // the end of the body as it was.
+    virtual void bodyFilled(std::size_t /*fromEnd*/, std::size_t /*removed*/,
+                            std::size_t /*inserted*/) {}
+
+    // A change of the set-up, the opening or the ending behind the last line.
+    // Without an origin the new units have that of the first removed one.
+    virtual void partChanged(PlainElement /*part*/, std::size_t /*at*/, std::size_t /*removed*/,
+                             std::size_t /*inserted*/, const std::optional<TextOrigin>&) {}
+
+    // The output stands, after a header of so many units: set-up, opening, body
+    // and, when there is one, ending. Units can still be cut out of it.
+    virtual void assembled(std::size_t /*headerUnits*/, bool /*hasEnding*/) {}
+    virtual void unitsCut(std::size_t /*at*/, std::size_t /*units*/) {}
 
     // The whole output is known.
     virtual void finished(const class TvmlScript&) {}

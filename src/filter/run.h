@@ -63,6 +63,7 @@ struct Run {
     std::array<bool, 26> autoGesture{};             // by letter
     std::array<std::u16string, 26> talkSpeed;       // by letter
     std::u16string initialSetName;                  // empty until the script chooses one
+    std::int32_t initialSetLine = 0;                // of the script, 0 while there is none
     std::optional<CommandIndex> commands;           // of the words that are loaded
     std::array<const CharacterModel*, 26> models{}; // current ones by letter, null for none
 
@@ -90,6 +91,32 @@ struct Run {
         }
     }
 
+    void tellPartChanged(PlainElement part, std::size_t at, std::size_t removed,
+                         std::size_t inserted, const std::optional<TextOrigin>& origin) const {
+        if (report != nullptr && (removed > 0 || inserted > 0)) {
+            report->partChanged(part, at, removed, inserted, origin);
+        }
+    }
+
+    // Changes a text of the description after the last line.
+    void replaceIn(PlainElement part, std::size_t at, std::size_t removed, std::u16string_view text,
+                   const std::optional<TextOrigin>& origin = TextOrigin{}) {
+        staging.plain(part).replace(at, removed, text);
+        tellPartChanged(part, at, removed, text.size(), origin);
+    }
+
+    // A text of the description that a command writes, told to the report.
+    const std::u16string& use(PlainElement element) const {
+        tellTemplate(kPlainElements[indexOf(element)].name,
+                     staging.plainElements[indexOf(element)]);
+        return staging.plain(element);
+    }
+    void tellTemplate(std::u16string_view element, std::size_t number) const {
+        if (report != nullptr) {
+            report->templateChosen(element, number);
+        }
+    }
+
     // The next variant of an element, told to the report.
     const Variant* select(CharacterElement element, char16_t letter) {
         return told(kCharacterElements[indexOf(element)].name,
@@ -114,7 +141,7 @@ private:
     const Variant* told(std::u16string_view element, const Variant* variant) const {
         if (report != nullptr) {
             if (variant != nullptr) {
-                report->templateChosen(element, *variant);
+                report->templateChosen(element, variant->element);
             } else {
                 report->problem(ScriptProblem::templateMissing, {}, element);
             }

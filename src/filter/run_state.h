@@ -35,6 +35,7 @@ struct RunState {
     bool openingOn = true;
     bool endingOn = true;
     InitialLighting initialLighting = InitialLighting::none;
+    std::int32_t initialLightingLine = 0; // of the script, 0 while there is none
 };
 
 } // namespace tvml

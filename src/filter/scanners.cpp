@@ -29,17 +29,17 @@ void visitOccurrences(std::u16string_view text, std::u16string_view word, Visit 
     }
 }
 
-// The talk speed or the TVML text of the letter's model: by Japanese name, then,
-// when that gives nothing, by English name.
-std::u16string_view modelText(const StagingDescription& staging, char16_t letter,
-                              std::u16string_view name, std::u16string CharacterModel::*field) {
+// The letter's model that gives its talk speed or its TVML text: by Japanese
+// name, then, when that one gives nothing, by English name. Null for none.
+const CharacterModel* modelWith(const StagingDescription& staging, char16_t letter,
+                                std::u16string_view name, std::u16string CharacterModel::*field) {
     for (const ModelTable* table : {&staging.modelsByJapaneseName, &staging.modelsByEnglishName}) {
         const CharacterModel* model = StagingDescription::modelIn(*table, letter, name);
         if (model != nullptr && !(model->*field).empty()) {
-            return model->*field;
+            return model;
         }
     }
-    return {};
+    return nullptr;
 }
 
 // The line that a set command of `setting` becomes; empty when it stays.
@@ -133,8 +133,9 @@ void scanCameraAutoSwitching(Run& run, std::u16string_view text) {
 void applyCharacterSpeeds(Run& run) {
     for (const auto& [letter, name] : run.staging.currentModel) {
         if (run.staging.findModel(letter, name) != nullptr) {
-            run.talkSpeed[Run::slot(letter)] =
-                modelText(run.staging, letter, name, &CharacterModel::speed);
+            const CharacterModel* model =
+                modelWith(run.staging, letter, name, &CharacterModel::speed);
+            run.talkSpeed[Run::slot(letter)] = model != nullptr ? model->speed : std::u16string();
         }
     }
 }
@@ -148,7 +149,13 @@ void insertCharacterModels(Run& run) {
     }
     std::u16string models;
     for (const auto& [letter, name] : run.staging.currentModel) {
-        models += modelText(run.staging, letter, name, &CharacterModel::text);
+        const CharacterModel* model = modelWith(run.staging, letter, name, &CharacterModel::text);
+        if (model != nullptr) {
+            run.tellPartChanged(PlainElement::setting, lineEnd + 1 + models.size(), 0,
+                                model->text.size(),
+                                TextOrigin{u"model_for_char", model->element, 0});
+            models += model->text;
+        }
     }
     setting.insert(lineEnd + 1, models);
 }
@@ -167,8 +174,11 @@ void applyInitialSet(Run& run) {
         const PatternMatch match = PatternMatch(setting, at, run.words).then(u"set").then(u":");
         const std::u16string line = match ? initialSetLine(run, match.rest()) : std::u16string();
         if (!line.empty()) {
-            result.append(setting, copied, at - copied).append(line);
+            result.append(setting, copied, at - copied);
             copied = std::min(setting.find(u'\n', at), setting.size());
+            run.tellPartChanged(PlainElement::setting, result.size(), copied - at, line.size(),
+                                TextOrigin{{}, 0, run.initialSetLine});
+            result += line;
         }
     });
     result.append(setting, copied);

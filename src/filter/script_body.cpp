@@ -36,21 +36,21 @@ std::size_t findLastTitleText(std::u16string_view text, TitleKind kind, const Ke
 
 } // namespace
 
-bool fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
-                        std::u16string_view placeholder, std::u16string_view value,
-                        const KeywordTable& words) {
+std::size_t fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
+                               std::u16string_view placeholder, std::u16string_view value,
+                               const KeywordTable& words) {
     const std::size_t at = text.find(argument, from);
     if (at == kNone) {
-        return false;
+        return kNone;
     }
     PatternMatch match(text, at, words, PatternBlanks::drawing);
     match.then(argument).then(u"=").thenLast(u"'").thenLast(placeholder);
     const std::size_t end = match.position();
     if (!match.thenLast(u"'")) {
-        return false;
+        return kNone;
     }
     text.replace(end - placeholder.size(), placeholder.size(), value);
-    return true;
+    return end - placeholder.size();
 }
 
 char16_t* BodySegment::copyTo(char16_t* to) const {
@@ -81,7 +81,7 @@ void ScriptBody::append(std::u16string_view text) {
         return;
     }
     if (report_ != nullptr) {
-        report_->bodyGrew(text);
+        report_->bodyGrew(text.size());
     }
     countUnits(text.size());
     const bool open = segments_.size() > indexedSegments_ && segments_.back().talk.empty();
@@ -97,6 +97,9 @@ void ScriptBody::append(std::span<const TalkPiece> talk) {
     for (const TalkPiece& piece : talk) {
         const std::size_t units = piece.size();
         countUnits(units);
+        if (report_ != nullptr) {
+            report_->bodyGrew(units);
+        }
         const bool open = segments_.size() > indexedSegments_ && !segments_.back().talk.empty() &&
                           segments_.back().talk.size() < kSegmentPieces;
         std::vector<TalkPiece>& pieces =
@@ -203,9 +206,25 @@ void ScriptBody::fillArgument(std::size_t segment, std::size_t from, std::u16str
         segment = *next;
         from = 0;
     }
-    if (fillQuotedArgument(segments_[segment].text, from, argument, placeholder, value, words_)) {
+    const std::size_t at =
+        fillQuotedArgument(segments_[segment].text, from, argument, placeholder, value, words_);
+    if (at != kNone) {
+        tellFilled(segment, at, placeholder.size(), value.size());
         indexAgain(segment);
     }
+}
+
+// To be called when `inserted` units stand in the place of `removed` ones.
+void ScriptBody::tellFilled(std::size_t segment, std::size_t at, std::size_t removed,
+                            std::size_t inserted) const {
+    if (report_ == nullptr) {
+        return;
+    }
+    std::size_t fromEnd = segments_[segment].size() - at + removed - inserted;
+    while (++segment < segments_.size()) {
+        fromEnd += segments_[segment].size();
+    }
+    report_->bodyFilled(fromEnd, removed, inserted);
 }
 
 bool ScriptBody::completeCard(const CardText& card) {
@@ -224,6 +243,7 @@ bool ScriptBody::completeCard(const CardText& card) {
     const std::size_t found = findText(segment, placeholder, at);
     if (found != kNone) {
         segment.replace(found, placeholder.size(), card.text);
+        tellFilled(number, found, placeholder.size(), card.text.size());
     }
     indexAgain(number);
     return true;

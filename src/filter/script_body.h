@@ -20,11 +20,11 @@ inline constexpr std::u16string_view kMainImageBase =
 
 // In `text`, replaces a quoted placeholder of an argument: behind the first
 // `argument` at or after `from` come "=" and the placeholder in apostrophes,
-// else nothing changes and the result is false. The blanks are those of drawing
-// commands.
-bool fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
-                        std::u16string_view placeholder, std::u16string_view value,
-                        const KeywordTable& words);
+// else nothing changes and the result is kNone, not the value's place. The
+// blanks are those of drawing commands.
+std::size_t fillQuotedArgument(std::u16string& text, std::size_t from, std::u16string_view argument,
+                               std::u16string_view placeholder, std::u16string_view value,
+                               const KeywordTable& words);
 
 // What completes a title card that waits for its second text.
 struct CardText {
@@ -86,6 +86,8 @@ private:
     void addIndexed(std::u16string_view text);
     void indexSegment(std::size_t number);
     void indexAgain(std::size_t number);
+    void tellFilled(std::size_t segment, std::size_t at, std::size_t removed,
+                    std::size_t inserted) const;
     void fillArgument(std::size_t segment, std::size_t from, std::u16string_view argument,
                       const Numbers& holders, std::u16string_view placeholder,
                       std::u16string_view value);

@@ -199,6 +199,9 @@ bool TagLines::writeTagText(const TextMap::value_type& entry, std::u16string_vie
     fillText(scratch_, fillings);
     body_.append(scratch_);
     if (run_.report != nullptr) {
+        const auto element = run_.staging.tagElements.find(english);
+        run_.report->templateChosen(
+            u"tag", element == run_.staging.tagElements.end() ? 0 : element->second);
         run_.report->taken(TakenBy::tag, english);
     }
     return true;

@@ -15,15 +15,6 @@ constexpr std::u16string_view kInitializeEnd = u"//! initializeEnd\n";
 constexpr std::u16string_view kSkipOff = u"skipscript( switch=off )\n";
 constexpr std::u16string_view kDrawing = u"drawing";
 
-std::u16string_view initialLightingText(const Run& run) {
-    using enum PlainElement;
-    static constexpr std::array<PlainElement, 4> kTexts{daylight, night, candlelight, lightoff};
-    const InitialLighting lighting = run.state.initialLighting;
-    return lighting == InitialLighting::none
-               ? std::u16string_view{}
-               : std::u16string_view(run.staging.plain(kTexts[static_cast<std::size_t>(lighting)]));
-}
-
 // The last skip line of the set-up, unless it is the first line: its start and
 // its line feed.
 struct Line {
@@ -36,21 +27,35 @@ Line lastSkipLine(std::u16string_view setting, const KeywordTable& words) {
     return start == kNone || start == 0 ? Line{} : Line{start, setting.find(u'\n', start)};
 }
 
-void placeLighting(std::u16string& setting, std::u16string_view lighting,
-                   const KeywordTable& words) {
-    const Line line = lastSkipLine(setting, words);
+void insertLighting(Run& run, std::size_t at) {
+    using enum PlainElement;
+    static constexpr std::array<PlainElement, 4> kTexts{daylight, night, candlelight, lightoff};
+    if (run.state.initialLighting != InitialLighting::none) {
+        const PlainElement element = kTexts[static_cast<std::size_t>(run.state.initialLighting)];
+        run.replaceIn(setting, at, 0, run.staging.plain(element),
+                      TextOrigin{kPlainElements[indexOf(element)].name,
+                                 run.staging.plainElements[indexOf(element)],
+                                 run.state.initialLightingLine});
+    }
+}
+
+void placeLighting(Run& run) {
+    const Line line = lastSkipLine(run.staging.plain(PlainElement::setting), run.words);
     if (line.start != kNone && line.end != kNone) {
-        std::u16string lines(lighting);
-        lines += kSkipOff;
-        setting.replace(line.start, line.end + 1 - line.start, lines);
+        // The line keeps its origin: only its form changes.
+        run.replaceIn(PlainElement::setting, line.start, line.end + 1 - line.start, kSkipOff,
+                      std::nullopt);
+        insertLighting(run, line.start);
     }
 }
 
 // An opening that ends the skipped part itself takes that over from the set-up.
-void dropLastSkipLine(std::u16string& setting, const KeywordTable& words) {
-    const Line line = lastSkipLine(setting, words);
+void dropLastSkipLine(Run& run) {
+    const std::u16string& setting = run.staging.plain(PlainElement::setting);
+    const Line line = lastSkipLine(setting, run.words);
     if (line.start != kNone) {
-        setting.erase(line.start - 1, line.end == kNone ? kNone : line.end - (line.start - 1));
+        const std::size_t end = std::min(line.end, setting.size());
+        run.replaceIn(PlainElement::setting, line.start - 1, end - (line.start - 1), {});
     }
 }
 
@@ -67,8 +72,9 @@ bool mayHoldUnfilledTitles(const std::deque<BodySegment>& pieces) {
 // unit through the next line feed.
 class Remover {
 public:
-    Remover(std::u16string_view text, TitleKind kind, const KeywordTable& words)
-        : text_(text), finder_(text, kind, words) {
+    Remover(std::u16string_view text, TitleKind kind, const KeywordTable& words,
+            ConversionReport* report)
+        : text_(text), finder_(text, kind, words), report_(report) {
         kept_.reserve(text.size());
     }
 
@@ -83,6 +89,7 @@ public:
             skipLineFrom(at);
             while (joinsToCommand()) {
                 kept_.pop_back();
+                tellCut(1);
                 skipLineFrom(next_);
             }
             // Where the join makes another "drawing", that one was looked at.
@@ -94,6 +101,12 @@ private:
     void skipLineFrom(std::size_t at) {
         const std::size_t end = text_.find(u'\n', at);
         next_ = end == kNone ? text_.size() : end + 1;
+        tellCut(next_ - at);
+    }
+    void tellCut(std::size_t units) const {
+        if (report_ != nullptr) {
+            report_->unitsCut(kept_.size(), units);
+        }
     }
 
     // The search goes on one unit before the removed part, so that unit and what
@@ -108,6 +121,7 @@ private:
 
     std::u16string_view text_;
     TitleTextFinder finder_;
+    ConversionReport* report_;
     std::u16string kept_;
     std::size_t next_ = 0; // first unit that is neither kept nor removed yet
 };
@@ -140,43 +154,47 @@ std::u16string TvmlScript::text() const {
     return whole;
 }
 
-void TvmlScript::removeUnfilledTitles(const KeywordTable& words) {
+void TvmlScript::removeUnfilledTitles(const KeywordTable& words, ConversionReport* report) {
     if (!mayHoldUnfilledTitles(pieces_)) {
         return;
     }
     std::u16string whole = text();
     pieces_.clear();
     for (const TitleKind kind : {TitleKind::title, TitleKind::subtitle}) {
-        whole = Remover(whole, kind, words).run();
+        whole = Remover(whole, kind, words, report).run();
     }
     size_ = 0;
     append(std::move(whole));
 }
 
 TvmlScript assembleScript(Run& run, ScriptBody& body) {
-    std::u16string& setting = run.staging.plain(PlainElement::setting);
-    std::u16string& opening = run.staging.plain(PlainElement::opening);
-    placeLighting(setting, initialLightingText(run), run.words);
+    using enum PlainElement;
+    std::u16string& settingText = run.staging.plain(setting);
+    std::u16string& openingText = run.staging.plain(opening);
+    placeLighting(run);
     if (!run.state.openingOn) {
-        opening.clear();
-    } else if (endsSkipped(opening, run.words)) {
-        dropLastSkipLine(setting, run.words);
+        run.replaceIn(opening, 0, openingText.size(), {});
+    } else if (endsSkipped(openingText, run.words)) {
+        dropLastSkipLine(run);
     }
-    opening += kInitializeEnd;
-    const std::size_t skipOn = findSkipSwitch(setting, u"on", run.words);
+    run.replaceIn(opening, openingText.size(), 0, kInitializeEnd);
+    const std::size_t skipOn = findSkipSwitch(settingText, u"on", run.words);
     if (skipOn != kNone) {
-        setting.insert(skipOn, kInitializeStart);
+        run.replaceIn(setting, skipOn, 0, kInitializeStart);
+    }
+    if (run.report != nullptr) {
+        run.report->assembled(kHeader.size(), run.state.endingOn);
     }
 
     TvmlScript script;
     script.append(std::u16string(kHeader));
-    script.append(std::move(setting));
-    script.append(std::move(opening));
+    script.append(std::move(settingText));
+    script.append(std::move(openingText));
     script.append(body.takeSegments());
     if (run.state.endingOn) {
-        script.append(std::move(run.staging.plain(PlainElement::ending)));
+        script.append(std::move(run.staging.plain(ending)));
     }
-    script.removeUnfilledTitles(run.words);
+    script.removeUnfilledTitles(run.words, run.report);
     return script;
 }
 

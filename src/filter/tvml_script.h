@@ -28,8 +28,9 @@ public:
     std::u16string text() const;
     const std::deque<BodySegment>& pieces() const { return pieces_; }
 
-    // Removes what title cards left without their second text.
-    void removeUnfilledTitles(const KeywordTable& words);
+    // Removes what title cards left without their second text. `report`, when
+    // given, hears of every cut.
+    void removeUnfilledTitles(const KeywordTable& words, ConversionReport* report = nullptr);
 
 private:
     std::deque<BodySegment> pieces_;

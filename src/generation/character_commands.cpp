@@ -160,8 +160,8 @@ PoseResult writePose(Run& run, char16_t name, std::u16string_view phrase, std::u
         adverbs = *given;
         poseName = trimScriptText(phrase.substr(0, separator), run.words);
     }
-    const std::u16string* text = run.staging.findPose(poseName, name);
-    if (text == nullptr || text->empty()) {
+    const PoseText* pose = run.staging.findPose(poseName, name);
+    if (pose == nullptr || pose->text.empty()) {
         return PoseResult::noPose;
     }
     const std::array<Filling, 4> fillings{{
@@ -170,10 +170,11 @@ PoseResult writePose(Run& run, char16_t name, std::u16string_view phrase, std::u
         {u"$3", argumentValue(degree, adverbs)},
         {u"$4", argumentValue(blocking, adverbs)},
     }};
-    std::u16string filled = *text;
+    std::u16string filled = pose->text;
     fillText(filled, fillings);
     appendBracketed(run, name, filled, out);
     if (run.report != nullptr) {
+        run.report->templateChosen(u"pose", pose->element);
         run.report->taken(TakenBy::pose, poseName);
     }
     return PoseResult::written;

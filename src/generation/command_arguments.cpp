@@ -29,7 +29,7 @@ std::optional<AdverbValues> readAdverbs(const Run& run, std::u16string_view list
         return std::nullopt;
     }
     if (run.report != nullptr) {
-        run.report->adverbsRead(values);
+        run.report->adverbsRead(list, values);
     }
     return values;
 }

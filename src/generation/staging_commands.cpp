@@ -17,7 +17,8 @@ struct Call {
     std::u16string& out;
 
     RunState& state() const { return run.state; }
-    const std::u16string& text(PlainElement element) const { return run.staging.plain(element); }
+    const std::u16string& text(PlainElement element) const { return run.use(element); }
+    bool hasText(PlainElement element) const { return !run.staging.plain(element).empty(); }
 };
 
 // Whether a row takes its command now.
@@ -199,6 +200,7 @@ bool changeSet(const Call& call) {
     }
     if (!call.state().talkStarted) {
         call.run.initialSetName = name;
+        call.run.initialSetLine = call.state().lineNumber;
         call.out.append(u"// Initial set is set to \"").append(name).append(u".\"\n");
         return true;
     }
@@ -214,12 +216,12 @@ bool setLighting(const Call& call) {
     }
     if (!call.state().talkStarted) {
         call.state().initialLighting = call.row.lighting;
+        call.state().initialLightingLine = call.state().lineNumber;
         call.out.append(u"// Initial lighting is set to \"").append(call.row.name).append(u".\"\n");
         return true;
     }
-    const std::u16string& text = call.text(call.row.text);
-    if (!text.empty()) {
-        call.out += text;
+    if (call.hasText(call.row.text)) {
+        call.out += call.text(call.row.text);
     } else {
         const std::u16string_view element = kPlainElements[indexOf(call.row.text)].name;
         call.out.append(u"// ").append(element).append(u"_tvml cannot be retrieved.\n");
@@ -262,7 +264,7 @@ bool trackingShot(const Call& call, const std::optional<ShotTarget>& target) {
     return target.has_value() && writeShot(call, [&](std::u16string& out) {
                const AdverbValues& adverbs = target->adverbs;
                out += kSwitchToCam;
-               if (!call.text(PlainElement::trackshot).empty()) {
+               if (call.hasText(PlainElement::trackshot)) {
                    const std::array<Filling, 3> fillings{{
                        {u"$1", letterText(target->letter)},
                        {u"$2", orDefault(adverbs.speed, u"1.0")},
@@ -337,7 +339,7 @@ bool longshot(const Call& call) {
     const auto adverbs = readTail(call.run, call.rest);
     return adverbs.has_value() && writeShot(call, [&](std::u16string& out) {
                out += kSwitchToOther;
-               if (!call.text(PlainElement::longshot).empty()) {
+               if (call.hasText(PlainElement::longshot)) {
                    const std::array<Filling, 2> fillings{{
                        {u"$1", orDefault(adverbs->speed, u"1.0")},
                        {u"$2", orDefault(adverbs->blocking, u"yes")},

@@ -231,6 +231,7 @@ void DescriptionReader::Walk::readPlainText(std::u16string_view name, std::size_
     const auto content = contentOf(name, true);
     if (content.has_value()) {
         staging_.plainTexts[index] = templateText(*content);
+        staging_.plainElements[index] = xml_.elementNumber();
     }
 }
 
@@ -315,7 +316,7 @@ void DescriptionReader::Walk::readModel(std::u16string_view name, std::size_t) {
     const auto model = std::make_shared<const CharacterModel>(CharacterModel{
         templateText(*content), valueOr(u"hiplevel", u"N/A"), valueOr(u"hipposition", u"N/A"),
         valueOr(u"lipsync", u"1.0"), valueOr(u"speed", u"1.0"), valueOr(u"pitch", u"1.0"),
-        valueOr(u"intonation", u"1.0"), valueOr(u"volume", u"1.0")});
+        valueOr(u"intonation", u"1.0"), valueOr(u"volume", u"1.0"), xml_.elementNumber()});
     // A model may belong to a letter that the programme does not use.
     const std::u16string_view letterName =
         characterLetterOf(trimmedAttribute(u"character"), words_);
@@ -399,8 +400,8 @@ void DescriptionReader::Walk::readPose(std::u16string_view name, std::size_t) {
     }
     const std::u16string english(attribute(u"englishname"));
     staging_.poseNames.insert_or_assign(std::u16string(attribute(u"japanesename")), english);
-    staging_.poseTemplates[english].insert_or_assign(characterKey(u"character"),
-                                                     templateText(*content));
+    staging_.poseTemplates[english].insert_or_assign(
+        characterKey(u"character"), PoseText{templateText(*content), xml_.elementNumber()});
 }
 
 void DescriptionReader::Walk::readTag(std::u16string_view name, std::size_t) {
@@ -424,7 +425,9 @@ void DescriptionReader::Walk::readTag(std::u16string_view name, std::size_t) {
              .second) {
         names.erase(entry);
         problem(DescriptionProblem::tagNameTaken, english);
+        return;
     }
+    staging_.tagElements.emplace(english, xml_.elementNumber());
 }
 
 void DescriptionReader::Walk::applyDefaults() {
@@ -462,6 +465,7 @@ void DescriptionReader::Walk::applyDefaults() {
     for (std::size_t i = 0; i < kPlainElements.size(); ++i) {
         if (staging_.plainTexts[i].empty()) {
             staging_.plainTexts[i] = defaultTextOf(kPlainElements[i]);
+            staging_.plainElements[i] = 0;
         }
     }
 }

@@ -29,8 +29,7 @@ const CharacterModel* StagingDescription::currentModelOf(char16_t letter) const 
     return entry == currentModel.end() ? nullptr : findModel(letter, entry->second);
 }
 
-const std::u16string* StagingDescription::findPose(std::u16string_view name,
-                                                   char16_t letter) const {
+const PoseText* StagingDescription::findPose(std::u16string_view name, char16_t letter) const {
     const auto pose = poseTemplates.find(name);
     if (pose == poseTemplates.end()) {
         return nullptr;

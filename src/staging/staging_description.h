@@ -28,6 +28,13 @@ struct CharacterModel {
     std::u16string pitch;
     std::u16string intonation;
     std::u16string volume;
+    std::size_t element = 0; // number of its XML element
+};
+
+// The text of a pose and the number of its XML element.
+struct PoseText {
+    std::u16string text;
+    std::size_t element = 0;
 };
 
 // Models of one character by name. The record belongs to both of its names.
@@ -36,6 +43,7 @@ using ModelTable = std::map<char16_t, ModelsByName>;
 
 struct StagingDescription {
     std::array<std::u16string, kPlainElements.size()> plainTexts;
+    std::array<std::size_t, kPlainElements.size()> plainElements{}; // 0 for built-in texts
     std::array<SwitchMode, kCharacterElements.size()> characterModes{};
     std::array<SwitchMode, kSimpleElements.size()> simpleModes{};
     SwitchMode twoshotMode = SwitchMode::unset;
@@ -50,9 +58,10 @@ struct StagingDescription {
     TextMap setEnglishNames; // Japanese set name -> English set name
 
     TextMap poseNames; // Japanese pose name -> English pose name
-    std::map<std::u16string, std::map<char16_t, std::u16string>, std::less<>> poseTemplates;
+    std::map<std::u16string, std::map<char16_t, PoseText>, std::less<>> poseTemplates;
 
     DeclaredTags tags;
+    std::map<std::u16string, std::size_t, std::less<>> tagElements; // English name -> number
 
     std::u16string& plain(PlainElement element) { return plainTexts[indexOf(element)]; }
     const std::u16string& plain(PlainElement element) const { return plainTexts[indexOf(element)]; }
@@ -72,7 +81,7 @@ struct StagingDescription {
 
     // The pose's text for a letter, else for all characters; null when `name`
     // is no pose or has no text for the letter.
-    const std::u16string* findPose(std::u16string_view name, char16_t letter) const;
+    const PoseText* findPose(std::u16string_view name, char16_t letter) const;
 };
 
 // The template collections, one per template element.

@@ -30,7 +30,7 @@ public:
         line_ = std::to_string(number) + ": " + utf8Of(line);
         lines = number;
     }
-    void adverbsRead(const AdverbValues& values) override {
+    void adverbsRead(std::u16string_view, const AdverbValues& values) override {
         for (const AdverbRow& row : kAdverbRows) {
             if (values.*row.field == row.value) {
                 adverbs.insert(utf8Of(row.english));

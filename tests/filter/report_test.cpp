@@ -24,10 +24,10 @@ public:
     void taken(TakenBy by, std::u16string_view name) override {
         steps += std::to_string(static_cast<int>(by)) + ":" + shown(name) + " ";
     }
-    void templateChosen(std::u16string_view element, const Variant& variant) override {
-        steps += shown(element) + "#" + std::to_string(variant.element) + " ";
+    void templateChosen(std::u16string_view element, std::size_t number) override {
+        steps += shown(element) + "#" + std::to_string(number) + " ";
     }
-    void adverbsRead(const AdverbValues& values) override {
+    void adverbsRead(std::u16string_view, const AdverbValues& values) override {
         steps += "[" + shown(values.speed) + "," + shown(values.degree) + "] ";
     }
 
@@ -116,8 +116,8 @@ TEST(Report, StepsOfEachLine) {
         {u"mainimage: M\\a.png", "1<mainimage: M\\a.png> tag() file0<M\\a.png> 0:mainimage "},
         {u"B:(soundfile: v.wav)",
          "1<B:(soundfile: v.wav)> character(B,command) file2<v.wav> 2:soundfile "},
-        {u"dance:x", "1<dance:x> tag() 0:dance "},
-        {u"(jig)", "1<(jig)> other(NO,command) 3:jig "},
+        {u"dance:x", "1<dance:x> tag() tag#6 0:dance "},
+        {u"(jig)", "1<(jig)> other(NO,command) pose#7 3:jig "},
     };
     Studio studio(std::u16string(kTwoCharacters) +
                   u"<tag japanesename='d' englishname='dance'>x</tag>"

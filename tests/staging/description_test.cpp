@@ -109,8 +109,9 @@ std::string told(const Reading& reading) {
     addMap(out, "set name", reading.staging.setEnglishNames);
     addMap(out, "pose", reading.staging.poseNames);
     for (const auto& [name, texts] : reading.staging.poseTemplates) {
-        for (const auto& [letter, text] : texts) {
-            out += "pose " + shown(name) + static_cast<char>(letter) + "=" + shown(text) + "; ";
+        for (const auto& [letter, pose] : texts) {
+            out +=
+                "pose " + shown(name) + static_cast<char>(letter) + "=" + shown(pose.text) + "; ";
         }
     }
     addMap(out, "tag", reading.staging.tags.tagNames);
