@@ -34,19 +34,6 @@ std::string_view sourceName(SourceKind kind) {
     return kNames[static_cast<std::size_t>(kind)];
 }
 
-bool isControl(char16_t unit) {
-    return (unit < 0x20 && unit != u'\t') || (unit >= 0x7F && unit < 0xA0);
-}
-
-// A text for the terminal: a script's control characters must not work there.
-std::u16string harmless(std::u16string_view text) {
-    std::u16string result(text);
-    for (char16_t& unit : result) {
-        unit = isControl(unit) ? u'\xFFFD' : unit;
-    }
-    return result;
-}
-
 std::vector<std::size_t> lineStartsOf(std::u16string_view text) {
     std::vector<std::size_t> starts{0};
     for (std::size_t at = text.find(u'\n'); at != text.npos; at = text.find(u'\n', at + 1)) {
@@ -89,7 +76,7 @@ Excerpt excerptOf(std::u16string_view line, std::size_t start, std::size_t units
         range = range.substr(0, kShownUnits);
         after = after.substr(0, kShownUnits - std::min(kShownUnits, range.size()));
     }
-    return {ellipsis + harmless(before), harmless(range), harmless(after)};
+    return {ellipsis + harmlessText(before), harmlessText(range), harmlessText(after)};
 }
 
 std::string place(const Diagnostic& found, const std::string& file) {
@@ -128,7 +115,9 @@ std::string TextRenderer::render(const Diagnostic& found) const {
     const Colours colours =
         coloured_ ? kColours[static_cast<std::size_t>(found.severity)] : Colours{};
     const SourceText& source = sources_.of(found.source);
-    const auto utf8 = [this](std::u16string_view text) { return platform_.toUtf8(harmless(text)); };
+    const auto utf8 = [this](std::u16string_view text) {
+        return platform_.toUtf8(harmlessText(text));
+    };
     std::string text;
     text.append(colours.strong).append(place(found, source.name)).append(": ").append(colours.end);
     text.append(colours.severity).append(severityName(found.severity)).append(": ");

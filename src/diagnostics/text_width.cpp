@@ -1,4 +1,4 @@
-// Entries: columnsOf, columnsOfCharacter, unitsOfCharacter.
+// Entries: columnsOf, columnsOfCharacter, unitsOfCharacter, harmlessText.
 #include "diagnostics/text_width.h"
 
 #include <algorithm>
@@ -67,6 +67,15 @@ std::size_t columnsOf(std::u16string_view text) {
         i += units;
     }
     return columns;
+}
+
+std::u16string harmlessText(std::u16string_view text) {
+    const auto isControl = [](char16_t unit) {
+        return (unit < 0x20 && unit != u'\t') || (unit >= 0x7F && unit < 0xA0);
+    };
+    std::u16string result(text);
+    std::replace_if(result.begin(), result.end(), isControl, u'\xFFFD');
+    return result;
 }
 
 } // namespace tvml

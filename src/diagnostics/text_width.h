@@ -1,9 +1,9 @@
-// How many columns a text takes on a terminal. Entries: columnsOf,
-// unitsOfCharacter.
+// Texts on a terminal: how many columns they take, and what must not get there.
 #ifndef TVML_DIAGNOSTICS_TEXT_WIDTH_H
 #define TVML_DIAGNOSTICS_TEXT_WIDTH_H
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace tvml {
@@ -16,6 +16,10 @@ std::size_t unitsOfCharacter(std::u16string_view text, std::size_t at);
 std::size_t columnsOfCharacter(char32_t character);
 
 std::size_t columnsOf(std::u16string_view text);
+
+// The text with U+FFFD for control characters, which a script must not have work
+// on the terminal that shows it.
+std::u16string harmlessText(std::u16string_view text);
 
 } // namespace tvml
 
