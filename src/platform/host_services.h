@@ -1,7 +1,8 @@
 // What the command-line host needs of the operating system besides platform.h:
-// arguments, files and standard streams, decoding of texts, running the program
-// once more, and loading the filter as a library. A native and a Windows implementation stand
-// behind it (posix_host.cpp, windows_host.cpp).
+// arguments, files and standard streams, watching files, decoding of texts,
+// running the program once more, and loading the filter as a library. A native
+// and a Windows implementation stand behind it (posix_host.cpp and
+// posix_watch.cpp, windows_host.cpp and windows_watch.cpp).
 //
 // Conventions
 //  1. Sizes and offsets count bytes; texts and paths are UTF-8. On POSIX
@@ -14,8 +15,10 @@
 
 #include "fil_process.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -45,6 +48,35 @@ Failure writeStream(OutputStream stream, std::string_view bytes);
 // file is as it was. A link stays a link, and what is no ordinary file (a
 // device, a pipe) is written to. A write-protected file is not replaced.
 Failure replaceFile(const std::string& path, std::string_view bytes);
+
+// Tells when files change. It watches their folders, so that a file that is
+// replaced, deleted and made again, or not there yet stays watched.
+class FileWatch {
+public:
+    enum class Event : std::uint8_t {
+        changed,  // a file may have another content, or is gone
+        timedOut, // nothing happened in the time
+        ended,    // the user asked the program to end
+    };
+
+    FileWatch();
+    FileWatch(const FileWatch&) = delete;
+    FileWatch& operator=(const FileWatch&) = delete;
+    ~FileWatch();
+
+    // Watches these files, once for each object. From now on the requests to end
+    // (SIGINT and SIGTERM, Ctrl+C) are events of the watch and end nothing by
+    // themselves, while the object lives.
+    Failure start(const std::vector<std::string>& files);
+
+    // Waits for the next event, forever without a time. A change between two
+    // calls is told by the second one.
+    Event wait(std::optional<std::chrono::milliseconds> time);
+
+private:
+    struct Watched;
+    std::unique_ptr<Watched> watched_;
+};
 
 enum class CodePage : std::uint8_t { utf8, cp932 };
 
