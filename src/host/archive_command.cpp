@@ -65,6 +65,9 @@ void checkUsage(const Options& options) {
     if (options.playFrom > 0 || options.playTo >= 0) {
         refuse("--from and --to are lines of one script; leave them or --output-dir out");
     }
+    if (options.watch || !options.sourceMap.empty()) {
+        refuse("--watch and --source-map are for one script; leave them or --output-dir out");
+    }
     if (std::ranges::find(options.scripts, kStandardStream) != options.scripts.end() ||
         options.description == kStandardStream) {
         refuse("with --output-dir nothing can come from standard input");

@@ -16,6 +16,7 @@
 #include "host/check_command.h"
 #include "host/completion_command.h"
 #include "host/convert_command.h"
+#include "host/explain_command.h"
 #include "host/host_error.h"
 #include "host/list_command.h"
 #include "host/manual_command.h"
@@ -32,6 +33,7 @@ constexpr CommandSet kList = 1U << 1;
 constexpr CommandSet kCheck = 1U << 2;
 constexpr CommandSet kCompletion = 1U << 4;
 constexpr CommandSet kManual = 1U << 5;
+constexpr CommandSet kExplain = 1U << 6;
 
 // A value and its name on the command line.
 template <typename Value> struct Choice {
@@ -110,6 +112,9 @@ constexpr std::int32_t kMostJobs = 256;
 template <auto Member> CLI::Option* text(CLI::App& app, const OptionRow& row, Options& options) {
     return app.add_option(row.names, options.*Member, row.help);
 }
+template <auto Member> CLI::Option* flag(CLI::App& app, const OptionRow& row, Options& options) {
+    return app.add_flag(row.names, options.*Member, row.help);
+}
 template <auto Member> CLI::Option* line(CLI::App& app, const OptionRow& row, Options& options) {
     CLI::Range range(1, std::numeric_limits<std::int32_t>::max());
     return app.add_option(row.names, options.*Member, row.help)->check(range.description(""));
@@ -168,8 +173,10 @@ constexpr OptionRow kOptions[] = {
     {kConvert, "SCRIPT", "", scriptArguments, "The programme script, or several"},
     {kCheck | kStats, "SCRIPT", "", scriptArgument, "The programme script"},
     {kCompletion, "SHELL", "", shellArgument, "The shell", choicesOf<kShells>},
+    {kExplain, "PLACE", "SCRIPT:LINE", scriptArgument, "The line, or lines as SCRIPT:FIRST-LAST"},
     {kList, "TABLE", "", tableArgument, "What to list", choicesOf<kListedTables>},
-    {kConvert | kCheck | kStats | kList, "-d,--description", "FILE", text<&Options::description>,
+    {kConvert | kCheck | kStats | kExplain | kList, "-d,--description", "FILE",
+     text<&Options::description>,
      "The filter description, XML"},
     {kConvert, "-o,--output", "FILE", text<&Options::output>,
      "The TVML script; without it, standard output"},
@@ -181,15 +188,21 @@ constexpr OptionRow kOptions[] = {
      "Play from this line of the script on"},
     {kConvert | kCheck, "--to", "LINE", line<&Options::playTo>,
      "End the play after this line of the script"},
-    {kConvert | kCheck | kStats | kList, "--format", "FORMAT", choice<&Options::format, kFormats>,
+    {kConvert | kCheck | kStats | kExplain | kList, "--format", "FORMAT",
+     choice<&Options::format, kFormats>,
      "Form of what is reported", choicesOf<kFormats>},
-    {kConvert | kCheck | kStats, "--encoding", "NAME", choice<&Options::encoding, kInputEncodings>,
+    {kConvert | kCheck | kStats | kExplain, "--encoding", "NAME",
+     choice<&Options::encoding, kInputEncodings>,
      "Encoding of script and description", choicesOf<kInputEncodings>},
-    {kConvert | kCheck | kStats | kList, "--description-encoding", "NAME",
+    {kConvert | kCheck | kStats | kExplain | kList, "--description-encoding", "NAME",
      choice<&Options::descriptionEncoding, kInputEncodings>,
      "Encoding of the description alone", choicesOf<kInputEncodings>},
     {kConvert, "--output-encoding", "NAME", choice<&Options::outputEncoding, kOutputEncodings>,
      "Encoding of the TVML script", choicesOf<kOutputEncodings>},
+    {kConvert, "--source-map", "FILE", text<&Options::sourceMap>,
+     "Write what each line of the TVML script comes from, as JSON"},
+    {kConvert, "--watch", "", flag<&Options::watch>,
+     "Convert again whenever an input changes, until Ctrl+C"},
     {kConvert, "--library", "FILE", text<&Options::library>,
      "Have this library file convert, as any host does"},
     {kConvert | kCheck, "--failure-level", "LEVEL", choice<&Options::failureLevel, kFailureLevels>,
@@ -227,7 +240,11 @@ Problems of the script and the description are shown on standard error as
 FILE:LINE:COLUMN: SEVERITY: ... [CODE]. They never stop a conversion, and the
 exit code stays 0 unless --failure-level names a severity that one of them
 reaches; the output is written all the same. --library shows none of them.
-"tvmlfilter check --explain CODE" says what a code means.)";
+"tvmlfilter check --explain CODE" says what a code means.
+
+--watch needs -o. It looks at the script, the description, "keyword.ini" and
+"Mirvol.ini". When a conversion fails, or the XML of the description is broken,
+the last output stays.)";
 
 constexpr const char* kCheckFooter =
     R"(Shows the problems of the vocabulary, the description and the script on
@@ -235,6 +252,14 @@ standard output, how many there are on standard error, and writes nothing else.
 
 The files are found and read as "tvmlfilter convert" does. The exit code is 3
 when a problem is an error; --failure-level draws the line elsewhere.)";
+
+constexpr const char* kExplainFooter =
+    R"(Tells of each line what it was taken for, the word and the row that took it,
+its adverbs and their values, the template that wrote it, its problems, and the
+lines of the TVML script that came of it.
+
+The whole script is converted as "tvmlfilter convert" does. JSON is one object
+a line.)";
 
 constexpr const char* kStatsFooter =
     R"(Counts lines, speeches and what is spoken, commands and tags, and the pictures
@@ -269,6 +294,8 @@ constexpr CommandRow kCommands[] = {
      runConvert},
     {kCheck, "check", "Tell what a script, its description and the vocabulary have wrong",
      kCheckFooter, runCheck},
+    {kExplain, "explain", "Tell what became of a line of a script, and why", kExplainFooter,
+     runExplain},
     {kStats, "stats", "Count what is in a script and estimate its speaking time", kStatsFooter,
      runStats},
     {kList, "list", "List what scripts and descriptions can say", kListFooter, runList},

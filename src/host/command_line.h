@@ -40,6 +40,8 @@ struct Options {
     std::optional<FailureLevel> failureLevel; // none: the subcommand's own
     std::vector<Code> allowed;
     std::vector<Code> denied;
+    std::string sourceMap; // file, empty for none
+    bool watch = false;
 
     ReportOptions report(FailureLevel ownLevel) const {
         return {format, failureLevel.value_or(ownLevel), allowed, denied};

@@ -2,14 +2,20 @@
 #include "host/convert_command.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
+#include "diagnostics/diagnostics.h"
+#include "diagnostics/report_group.h"
+#include "diagnostics/source_map.h"
 #include "host/archive_command.h"
 #include "host/conversion.h"
 #include "host/host_error.h"
 #include "host/inputs.h"
 #include "host/text_files.h"
+#include "host/watch.h"
 #include "platform/host_services.h"
+#include "platform/platform.h"
 
 namespace tvml::host {
 namespace {
@@ -26,11 +32,39 @@ bool areOneFile(const std::string& first, const std::string& second) {
            std::filesystem::is_regular_file(path(first), unknown);
 }
 
+[[noreturn]] void refuse(const std::string& text) {
+    throw HostError{kWrongUsage, "tvmlfilter: error: " + text};
+}
+
+void checkSourceMap(const Options& options) {
+    if (!options.library.empty()) {
+        refuse("--library does not tell what its lines come from; leave out either it or "
+               "--source-map");
+    }
+    const std::string& map = options.sourceMap;
+    if (map == options.output || areOneFile(map, options.output) ||
+        areOneFile(map, options.script) || areOneFile(map, options.description)) {
+        refuse("the source map would replace another file of the conversion, or share its "
+               "stream; name another file with --source-map");
+    }
+}
+
+void checkWatch(const Options& options) {
+    for (const std::string& file : {options.output, options.script, options.description}) {
+        if (file == kStandardStream) {
+            refuse("--watch needs files: a script, an output named with -o, and no stream");
+        }
+    }
+}
+
 // What can be known to be a mistake before any file is opened.
 void checkUsage(const Options& options) {
-    const auto refuse = [](const std::string& text) {
-        throw HostError{kWrongUsage, "tvmlfilter: error: " + text};
-    };
+    if (!options.sourceMap.empty()) {
+        checkSourceMap(options);
+    }
+    if (options.watch) {
+        checkWatch(options);
+    }
     const bool judges = options.failureLevel.has_value() || options.format == ReportFormat::json ||
                         !options.allowed.empty() || !options.denied.empty();
     if (!options.library.empty() && judges) {
@@ -61,16 +95,28 @@ void warnOfHalfPairs(const Options& options, std::u16string_view text) {
 
 struct Converted {
     std::u16string text;
-    bool failed = false; // by its problems
+    std::optional<SourceMap> map; // when it was asked for
+    bool failed = false;          // by its problems
+    bool descriptionBroken = false;
 };
+
+// One run for both listeners: another could choose other variants.
+Converted convertMapped(const ConversionRequest& request, RunReport& report) {
+    SourceMapRecorder recorder;
+    ReportGroup listeners({&report.listener(), &recorder});
+    std::u16string text = convertHere(request, listeners);
+    return {std::move(text), recorder.take()};
+}
 
 Converted convert(const Options& options, const Inputs& inputs) {
     const ConversionRequest request = inputs.request(options);
     if (!options.library.empty()) {
-        return {convertWithLibrary(options.library, request)};
+        return {convertWithLibrary(options.library, request), std::nullopt};
     }
     RunReport report(request, {inputs.scriptName, inputs.descriptionName});
-    Converted result{convertHere(request, report.listener())};
+    Converted result = options.sourceMap.empty()
+                           ? Converted{convertHere(request, report.listener()), std::nullopt}
+                           : convertMapped(request, report);
     const Findings findings =
         report.findings(options.report(FailureLevel::none), VocabularyCheck::whenCutOff,
                         platform::OutputStream::error);
@@ -78,23 +124,47 @@ Converted convert(const Options& options, const Inputs& inputs) {
     // of them.
     warn(findings.lines);
     result.failed = findings.failed;
+    result.descriptionBroken = findings.descriptionBroken;
     return result;
+}
+
+void writeSourceMap(const Options& options, const Inputs& inputs, const SourceMap& map) {
+    writeBytes(options.sourceMap,
+               sourceMapJson(map,
+                             {std::string(outputName(options.output)), inputs.scriptName,
+                              inputs.descriptionName},
+                             elementPlaces(inputs.description, platform::system()),
+                             platform::system()));
+}
+
+// Everything is read and converted before anything is written, so that a
+// failure on the way leaves no half of an output behind. Problems are no such
+// failure, whatever their weight; but who watches has an output already, and one
+// from half a description is no better.
+int convertOnce(const Options& options) {
+    const Inputs inputs = readInputs(options);
+    const Converted converted = convert(options, inputs);
+    warnOfHalfPairs(options, converted.text);
+    if (options.watch && converted.descriptionBroken) {
+        throw inputOrOutputError(options.output, {},
+                                 "left as it is until the XML of the description is whole again");
+    }
+    writeScript(options.output, converted.text, options.outputEncoding);
+    if (converted.map.has_value()) {
+        writeSourceMap(options, inputs, *converted.map);
+    }
+    return converted.failed ? kProblemsFound : kDone;
 }
 
 } // namespace
 
-// Everything is read and converted before anything is written, so that a
-// failure on the way leaves no half of an output behind. Problems are no such
-// failure, whatever their weight.
 int runConvert(const Options& options) {
     if (options.scripts.size() > 1 || !options.outputFolder.empty()) {
         return runArchive(options);
     }
     checkUsage(options);
-    const Converted converted = convert(options, readInputs(options));
-    warnOfHalfPairs(options, converted.text);
-    writeScript(options.output, converted.text, options.outputEncoding);
-    return converted.failed ? kProblemsFound : kDone;
+    return options.watch ? watchInputs(options, [&options] { convertOnce(options); })
+                         : convertOnce(options);
 }
 
 } // namespace tvml::host

@@ -53,6 +53,9 @@ public:
         append(found, checkDescription(request_.description, words, platform::system()));
         append(found, script_.take());
         Findings result;
+        result.descriptionBroken = std::ranges::any_of(found, [](const Diagnostic& diagnostic) {
+            return diagnostic.code.row().code == "D318";
+        });
         result.failed =
             applyPolicy({severityOf(options.failureLevel), options.allowed, options.denied}, found);
         show(found, options.format, coloured, result);

@@ -37,7 +37,8 @@ struct Findings {
     std::size_t errors = 0;
     std::size_t warnings = 0;
     std::size_t notes = 0;
-    bool failed = false; // the failure level is reached
+    bool failed = false;            // the failure level is reached
+    bool descriptionBroken = false; // its XML; what stands behind the fault is lost
 };
 
 // The names by which messages call the texts.

@@ -1,5 +1,5 @@
 // The host's files. Entries: readScript, readDescription, readVocabulary,
-// writeScript.
+// writeScript, writeBytes.
 #include "host/text_files.h"
 
 #include <algorithm>
@@ -124,7 +124,10 @@ std::u16string readVocabulary(const std::string& file) {
 
 void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding) {
     // All bytes are made before the file is touched, for lack of memory, too.
-    const std::string bytes = encodeText(text, encoding);
+    writeBytes(file, encodeText(text, encoding));
+}
+
+void writeBytes(const std::string& file, std::string_view bytes) {
     const platform::Failure failure =
         file == kStandardStream ? platform::writeStream(platform::OutputStream::output, bytes)
                                 : platform::replaceFile(file, bytes);

@@ -26,6 +26,9 @@ std::u16string readVocabulary(const std::string& file);
 // Writes the whole text, or nothing. "-" is standard output.
 void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding);
 
+// The same with bytes as they are.
+void writeBytes(const std::string& file, std::string_view bytes);
+
 // Where `offset` is in `text`.
 TextPosition positionIn(std::u16string_view text, std::size_t offset);
 
