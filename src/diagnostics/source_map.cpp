@@ -253,8 +253,8 @@ std::string sourceMapJson(const SourceMap& map, const SourceMapNames& names,
         // A file name may be no UTF-8.
         return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
     };
-    std::string text = "{\"version\":" + std::to_string(kMapVersion);
-    text.append(",\"output\":").append(dump(names.output));
+    std::string text("{\"version\":");
+    text.append(std::to_string(kMapVersion)).append(",\"output\":").append(dump(names.output));
     text.append(",\"script\":").append(dump(names.script));
     text.append(",\"description\":").append(dump(names.description)).append(",\"lines\":[");
     // One line of the file for each line of the output, written as they come:
