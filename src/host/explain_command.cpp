@@ -98,7 +98,8 @@ Explanation explain(const Options& options, const Place& place) {
     const ConversionRequest request = result.inputs.request(options);
     StoryRecorder stories(place.first, place.last);
     SourceMapRecorder map;
-    DiagnosticCollector problems(request);
+    // No line to play to is -1 for the run, 0 for the collector.
+    DiagnosticCollector problems({request.script, 0, 0, request.description});
     ReportGroup listeners({&stories, &map, &problems});
     const std::u16string text = convertHere(request, listeners);
     for (LineStory& story : stories.take()) {

@@ -107,6 +107,7 @@ TEST(HostExplain, Lines) {
     }
     const std::string builtIn = work.run({"explain", script + ":13", "-d", description}).output;
     EXPECT_NE(builtIn.find("  template  <super>, built in\n"), builtIn.npos) << builtIn;
+    EXPECT_EQ(builtIn.find("problems"), builtIn.npos) << builtIn;
 }
 
 TEST(HostExplain, JsonOfSeveralLines) {
