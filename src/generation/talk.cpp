@@ -91,7 +91,7 @@ class TalkLine final : public PieceSink {
 public:
     // `lineStays` is false for a line that the pieces cannot refer to.
     TalkLine(Run& run, char16_t speaker, TalkOutput out, bool lineStays)
-        : run_(run), speaker_(speaker), out_(out), canWait_(lineStays && run.report == nullptr) {}
+        : run_(run), speaker_(speaker), out_(out), canWait_(lineStays) {}
 
     // Speaks a text with the rules of its script.
     void say(std::u16string_view speech, bool blocking) {

@@ -20,11 +20,11 @@ std::uint64_t workOf(const std::u16string& script, bool listening) {
         u"<staging>" + std::u16string(kTwoCharacters) + u"</staging>";
     const ConversionRequest request{script, 0, 0, description};
     const std::uint64_t before = countedWork();
-    if (listening) {
-        EXPECT_TRUE(checkScript(request, words, settings, memory).empty());
-    } else {
-        ConversionRun(words, settings, memory).convert(request);
-    }
+    DiagnosticCollector collector(request);
+    ConversionRun run(words, settings, memory, listening ? &collector : nullptr);
+    // What is said is written when the text is wanted.
+    EXPECT_FALSE(run.convert(request).text().empty());
+    EXPECT_TRUE(collector.take().empty());
     return countedWork() - before;
 }
 
