@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 #
 # Runs the fuzzers, each for a number of seconds (30) on the seeds of
-# fuzz/corpus, as many at once as there are processors. What they find in new
-# inputs is kept under build/fuzz/corpus for the next run; a failing input stays
-# under build/fuzz/findings, and the exit status tells of it.
+# fuzz/corpus, TVML_FUZZ_JOBS (as many as there are processors) at once. What
+# they find in new inputs is kept under build/fuzz/corpus for the next run; a
+# failing input stays under build/fuzz/findings, and the exit status tells of it.
 #
 #   scripts/fuzz.sh [SECONDS [FUZZER...]]
 
@@ -34,10 +34,11 @@ run_one() {
   return "$status"
 }
 
+jobs=${TVML_FUZZ_JOBS:-$(nproc)}
 status=0
 running=0
 for fuzzer; do
-  if [ "$running" -ge "$(nproc)" ]; then
+  if [ "$running" -ge "$jobs" ]; then
     wait -n || status=1
     running=$((running - 1))
   fi
