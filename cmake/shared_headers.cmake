@@ -9,3 +9,16 @@ function(tvml_share_headers target)
       <algorithm> <array> <memory> <optional> <span> <string> <string_view> <vector> ${ARGN})
   endif()
 endfunction()
+
+# tvml_build_in_batches(<target>)
+#
+# Compiles many files of a target as one, which takes half off their time. Also
+# not where a compiler cache is at work: a change of one file compiles all.
+function(tvml_build_in_batches target)
+  if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+    # One file may well hold what belongs to it alone.
+    target_compile_options(${target} PRIVATE
+      $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-subobject-linkage>)
+  endif()
+endfunction()

@@ -8,7 +8,6 @@ namespace tvml {
 namespace {
 
 constexpr std::u16string_view kSkipScript = u"skipscript";
-constexpr std::u16string_view kDrawing = u"drawing";
 
 bool isSkipSwitch(std::u16string_view text, std::size_t at, std::u16string_view switchWord,
                   const KeywordTable& words) {

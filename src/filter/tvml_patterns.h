@@ -11,6 +11,8 @@
 
 namespace tvml {
 
+inline constexpr std::u16string_view kDrawing = u"drawing"; // begins drawing commands
+
 // The blanks that a pattern skips between its items.
 enum class PatternBlanks : std::uint8_t {
     script,  // those of trimScriptText

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "filter/tvml_patterns.h"
 #include "vocabulary/unit_search.h"
 
 namespace tvml {
@@ -13,7 +14,6 @@ constexpr std::u16string_view kHeader = u"//! TVML Version 3.0\n";
 constexpr std::u16string_view kInitializeStart = u"//! initializeStart\n";
 constexpr std::u16string_view kInitializeEnd = u"//! initializeEnd\n";
 constexpr std::u16string_view kSkipOff = u"skipscript( switch=off )\n";
-constexpr std::u16string_view kDrawing = u"drawing";
 
 // The last skip line of the set-up, unless it is the first line: its start and
 // its line feed.

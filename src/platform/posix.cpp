@@ -27,7 +27,7 @@ namespace {
 // no settings file, and reading it at every conversion would stop the host.
 constexpr off_t kLargestIniFile = off_t{16} << 20;
 
-constexpr char32_t kReplacement = U'\uFFFD';
+constexpr char32_t kReplacementCharacter = U'\uFFFD';
 
 // An open file, or none when the value is negative.
 class Descriptor {
@@ -94,7 +94,8 @@ void appendUtf8(std::u16string_view text, std::string& result) {
     std::int32_t length = 0;
     UErrorCode status = U_ZERO_ERROR;
     u_strToUTF8WithSub(bytes.data(), static_cast<std::int32_t>(bytes.size()), &length, text.data(),
-                       static_cast<std::int32_t>(text.size()), kReplacement, nullptr, &status);
+                       static_cast<std::int32_t>(text.size()), kReplacementCharacter, nullptr,
+                       &status);
     result.append(bytes.data(), static_cast<std::size_t>(length));
 }
 

@@ -9,9 +9,9 @@ namespace {
 constexpr std::u16string_view kFileName = u"keyword.ini";
 constexpr std::u16string_view kSection = u"KEYWORD_STRING";
 constexpr std::u16string_view kMissingMark = u"keyword.ini error";
-constexpr std::size_t kBufferUnits = 128;
+constexpr std::size_t kWordBufferUnits = 128;
 constexpr std::size_t kHostPathUnits = 522;
-constexpr std::size_t kPathUnits = 261; // with its terminator
+constexpr std::size_t kIniPathUnits = 261; // with its terminator
 
 // An ini file that holds nothing, for hosts whose folder cannot be named.
 class NoIniFile final : public platform::IniFile {
@@ -44,7 +44,7 @@ bool inWordRange(char16_t unit, const Word& first, const Word& last) {
 std::u16string hostIniPath(const platform::Platform& platform, std::u16string_view name) {
     const std::u16string host = platform.hostProgramPath(kHostPathUnits);
     const std::size_t cut = host.rfind(platform.pathSeparator());
-    if (cut == std::u16string::npos || cut + 1 + name.size() >= kPathUnits) {
+    if (cut == std::u16string::npos || cut + 1 + name.size() >= kIniPathUnits) {
         return {};
     }
     return host.substr(0, cut + 1).append(name);
@@ -62,12 +62,12 @@ bool KeywordTable::load(const platform::Platform& platform) {
 
 bool KeywordTable::loadFrom(const platform::IniFile& file) {
     problem_ = LoadProblem::none;
-    std::array<char16_t, kBufferUnits> buffer;
+    std::array<char16_t, kWordBufferUnits> buffer;
     for (problemKey_ = 0; problemKey_ < kKeyCount; ++problemKey_) {
         const std::size_t length =
             file.readString(kSection, kKeys[problemKey_], kMissingMark, buffer);
         const std::u16string_view value(buffer.data(), length);
-        if (length >= kBufferUnits - 1) {
+        if (length >= kWordBufferUnits - 1) {
             problem_ = LoadProblem::tooLong;
             break;
         }
