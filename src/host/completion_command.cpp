@@ -136,7 +136,7 @@ std::string bashScript() {
 
 // ---- zsh
 
-// A text of a specification, which stands in single quotes.
+// A text for _arguments, which stands in single quotes.
 std::string zshText(std::string_view text) {
     std::string quoted;
     for (const char letter : text) {
@@ -167,7 +167,7 @@ std::string zshValues(const OptionRow& row) {
 constexpr std::string_view kNextLine = " \\\n        ";
 
 // A row with two names is given twice, and either excludes the other.
-std::string zshSpecifications(const OptionRow& row) {
+std::string zshArguments(const OptionRow& row) {
     if (isArgument(row)) {
         return concat({kNextLine, "'*", zshValues(row), "'"});
     }
@@ -176,21 +176,21 @@ std::string zshSpecifications(const OptionRow& row) {
     const bool repeats = std::string_view(row.value) == "CODE";
     const std::string lead = repeats ? "*" : concat({"(", joinedBy(" ", names), ")"});
     const std::string value = takesValue(row) ? zshValues(row) : "";
-    std::string specifications;
+    std::string arguments;
     for (const std::string_view name : names) {
         // The value of a long name may stand behind a "=".
         const std::string_view mark = !value.empty() && name.starts_with("--") ? "=" : "";
-        specifications +=
+        arguments +=
             concat({kNextLine, "'", lead, name, mark, "[", zshText(row.help), "]", value, "'"});
     }
-    return specifications;
+    return arguments;
 }
 
 std::string zshCase(const CommandRow& command) {
     std::string text = concat({"    ", command.name, ")\n      _arguments", kNextLine,
                                "'(-h --help)'{-h,--help}'[Show the help and exit]'"});
     for (const OptionRow& row : rowsOf(command)) {
-        text += zshSpecifications(row);
+        text += zshArguments(row);
     }
     return text += " ;;\n";
 }
