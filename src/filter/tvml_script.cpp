@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
+#include <vector>
 
 #include "filter/tvml_patterns.h"
 #include "vocabulary/unit_search.h"
@@ -59,22 +61,34 @@ void dropLastSkipLine(Run& run) {
     }
 }
 
-bool mayHoldUnfilledTitles(const std::deque<BodySegment>& pieces) {
-    return std::any_of(pieces.begin(), pieces.end(), [](const BodySegment& piece) {
-        // Talk that is not written yet has no "$".
-        const std::u16string& text = piece.text;
-        return findUnit(text, u'$') != kNone &&
-               (text.find(u"$TITLE") != kNone || text.find(u"$SUBTITLE") != kNone);
-    });
+bool mayHoldUnfilledTitle(const BodySegment& piece) {
+    // Talk that is not written yet has no "$".
+    const std::u16string& text = piece.text;
+    return findUnit(text, u'$') != kNone &&
+           (text.find(u"$TITLE") != kNone || text.find(u"$SUBTITLE") != kNone);
 }
+
+bool endsLine(std::u16string_view text) {
+    return text.empty() || text.back() == u'\n';
+}
+
+// Neither this piece nor what it makes with the next one is to be removed.
+bool staysAsItIs(const BodySegment& piece) {
+    return !piece.talk.empty() || (endsLine(piece.text) && !mayHoldUnfilledTitle(piece));
+}
+
+struct Cut {
+    std::size_t at; // in the text without the earlier cuts
+    std::size_t units;
+};
 
 // Copies a text without its unfilled title-text commands, each from its first
 // unit through the next line feed.
 class Remover {
 public:
     Remover(std::u16string_view text, TitleKind kind, const KeywordTable& words,
-            ConversionReport* report)
-        : text_(text), finder_(text, kind, words), report_(report) {
+            std::vector<Cut>& cuts)
+        : text_(text), finder_(text, kind, words), cuts_(cuts) {
         kept_.reserve(text.size());
     }
 
@@ -89,7 +103,7 @@ public:
             skipLineFrom(at);
             while (joinsToCommand()) {
                 kept_.pop_back();
-                tellCut(1);
+                cuts_.push_back({kept_.size(), 1});
                 skipLineFrom(next_);
             }
             // Where the join makes another "drawing", that one was looked at.
@@ -101,12 +115,7 @@ private:
     void skipLineFrom(std::size_t at) {
         const std::size_t end = text_.find(u'\n', at);
         next_ = end == kNone ? text_.size() : end + 1;
-        tellCut(next_ - at);
-    }
-    void tellCut(std::size_t units) const {
-        if (report_ != nullptr) {
-            report_->unitsCut(kept_.size(), units);
-        }
+        cuts_.push_back({kept_.size(), next_ - at});
     }
 
     // The search goes on one unit before the removed part, so that unit and what
@@ -121,9 +130,63 @@ private:
 
     std::u16string_view text_;
     TitleTextFinder finder_;
-    ConversionReport* report_;
+    std::vector<Cut>& cuts_;
     std::u16string kept_;
     std::size_t next_ = 0; // first unit that is neither kept nor removed yet
+};
+
+// Removes the unfilled titles of a script that comes in pieces, some pieces at a
+// time: copying all of a long script would cost more than converting it. What
+// is left of a removed line joins the line behind it, so the pieces at hand are
+// done only when their result ends with a whole line.
+class PiecewiseRemoval {
+public:
+    PiecewiseRemoval(const KeywordTable& words, ConversionReport* report, std::size_t unitsAtOnce,
+                     TvmlScript& result)
+        : words_(words), report_(report), unitsAtOnce_(unitsAtOnce), result_(result) {}
+
+    void take(BodySegment piece) {
+        if (open_.empty() && staysAsItIs(piece)) {
+            result_.append(std::move(piece));
+            return;
+        }
+        piece.write();
+        open_ += piece.text;
+        if (open_.size() >= enough_ && endsLine(open_)) {
+            remove(false);
+        }
+    }
+
+    void finish() { remove(true); }
+
+private:
+    void remove(bool isLast) {
+        cuts_.clear();
+        std::u16string kept = open_;
+        for (const TitleKind kind : {TitleKind::title, TitleKind::subtitle}) {
+            kept = Remover(kept, kind, words_, cuts_).run();
+            if (!isLast && !endsLine(kept)) {
+                enough_ = 2 * open_.size(); // so that all attempts cost no more than the last
+                return;
+            }
+        }
+        if (report_ != nullptr) {
+            for (const Cut& cut : cuts_) {
+                report_->unitsCut(result_.size() + cut.at, cut.units);
+            }
+        }
+        result_.append(std::move(kept));
+        open_.clear();
+        enough_ = unitsAtOnce_;
+    }
+
+    const KeywordTable& words_;
+    ConversionReport* report_;
+    std::size_t unitsAtOnce_;
+    TvmlScript& result_;
+    std::u16string open_; // what is at hand
+    std::size_t enough_ = unitsAtOnce_;
+    std::vector<Cut> cuts_;
 };
 
 } // namespace
@@ -135,10 +198,14 @@ void TvmlScript::append(std::u16string piece) {
     }
 }
 
+void TvmlScript::append(BodySegment piece) {
+    size_ += piece.size();
+    pieces_.push_back(std::move(piece));
+}
+
 void TvmlScript::append(std::deque<BodySegment> pieces) {
     for (BodySegment& piece : pieces) {
-        size_ += piece.size();
-        pieces_.push_back(std::move(piece));
+        append(std::move(piece));
     }
 }
 
@@ -154,17 +221,19 @@ std::u16string TvmlScript::text() const {
     return whole;
 }
 
-void TvmlScript::removeUnfilledTitles(const KeywordTable& words, ConversionReport* report) {
-    if (!mayHoldUnfilledTitles(pieces_)) {
+void TvmlScript::removeUnfilledTitles(const KeywordTable& words, ConversionReport* report,
+                                      std::size_t unitsAtOnce) {
+    if (std::ranges::all_of(pieces_, staysAsItIs)) {
         return;
     }
-    std::u16string whole = text();
-    pieces_.clear();
-    for (const TitleKind kind : {TitleKind::title, TitleKind::subtitle}) {
-        whole = Remover(whole, kind, words, report).run();
+    TvmlScript result;
+    PiecewiseRemoval removal(words, report, unitsAtOnce, result);
+    while (!pieces_.empty()) {
+        removal.take(std::move(pieces_.front()));
+        pieces_.pop_front();
     }
-    size_ = 0;
-    append(std::move(whole));
+    removal.finish();
+    *this = std::move(result);
 }
 
 TvmlScript assembleScript(Run& run, ScriptBody& body) {

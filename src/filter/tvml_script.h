@@ -17,6 +17,7 @@ namespace tvml {
 class TvmlScript {
 public:
     void append(std::u16string piece);
+    void append(BodySegment piece);
     void append(std::deque<BodySegment> pieces);
 
     // Length in UTF-16 units, without a terminator.
@@ -29,8 +30,10 @@ public:
     const std::deque<BodySegment>& pieces() const { return pieces_; }
 
     // Removes what title cards left without their second text. `report`, when
-    // given, hears of every cut.
-    void removeUnfilledTitles(const KeywordTable& words, ConversionReport* report = nullptr);
+    // given, hears of every cut. What is removed does not depend on how many
+    // units are looked at together.
+    void removeUnfilledTitles(const KeywordTable& words, ConversionReport* report = nullptr,
+                              std::size_t unitsAtOnce = 16384);
 
 private:
     std::deque<BodySegment> pieces_;

@@ -88,12 +88,15 @@ std::u16string removedOneByOne(std::u16string text, const KeywordTable& words) {
 
 TEST(Assembly, RemovesUnfilledTitles) {
     const KeywordTable words = tableOf(shippedWords());
+    std::mt19937 random(7);
     const auto removed = [&](std::u16string_view text) {
-        TvmlScript script; // of pieces that are whole lines
-        const std::size_t cut = text.rfind(u'\n', text.size() / 2) + 1;
-        script.append(std::u16string(text.substr(0, cut)));
-        script.append(std::u16string(text.substr(cut)));
-        script.removeUnfilledTitles(words);
+        TvmlScript script;
+        while (!text.empty()) {
+            const std::size_t units = std::min<std::size_t>(1 + random() % 40, text.size());
+            script.append(std::u16string(text.substr(0, units)));
+            text.remove_prefix(units);
+        }
+        script.removeUnfilledTitles(words, nullptr, random() % 60);
         EXPECT_EQ(script.size(), script.text().size());
         return script.text();
     };
@@ -126,10 +129,9 @@ TEST(Assembly, RemovesUnfilledTitles) {
                                                u"settext(name=TITLETEXT",
                                                u"drawing:settext(name=TITLETEXT ",
                                                u":settext(name=TITLETEXT$TITLE\n"};
-    std::mt19937 random(7);
     for (int round = 0; round < 20'000; ++round) {
         std::u16string text;
-        for (std::size_t pieces = random() % 12; pieces > 0; --pieces) {
+        for (std::size_t pieces = random() % 20; pieces > 0; --pieces) {
             text += kPieces[random() % std::size(kPieces)];
         }
         ASSERT_EQ(shown(removed(text)), shown(removedOneByOne(text, words))) << shown(text);
