@@ -198,28 +198,56 @@ bool TitleTextFinder::continuesAt(std::size_t at) {
                                    .then(u"name")
                                    .then(u"=")
                                    .thenLast(u"TITLETEXT");
-    if (!match) {
-        return false;
+    return match && standsBehind(match.position());
+}
+
+// Looks at the line on which `from` lies.
+void TitleTextFinder::findLastPlaceholder(std::size_t from) {
+    lineEnd_ = std::min(findUnit(text_, u'\n', from), text_.size());
+    placeholderAt_ = kNone;
+    const std::u16string_view line = text_.substr(0, lineEnd_);
+    for (std::size_t found = findText(line, placeholder_, from); found != kNone;
+         found = findText(line, placeholder_, found + 1)) {
+        placeholderAt_ = found;
     }
-    const std::size_t end = match.position();
+}
+
+// A placeholder stands at or behind `end`, on the same line.
+bool TitleTextFinder::standsBehind(std::size_t end) {
     if (end >= lineEnd_) {
-        lineEnd_ = std::min(findUnit(text_, u'\n', end), text_.size());
-        placeholderAt_ = kNone;
-        const std::u16string_view line = text_.substr(0, lineEnd_);
-        for (std::size_t found = findText(line, placeholder_, end); found != kNone;
-             found = findText(line, placeholder_, found + 1)) {
-            placeholderAt_ = found;
-        }
+        findLastPlaceholder(end);
     }
     return placeholderAt_ != kNone && placeholderAt_ >= end;
 }
 
-std::size_t TitleTextFinder::next(std::size_t from) {
-    std::size_t at = findText(text_, kDrawing, from);
-    while (at != kNone && !continuesAt(at + kDrawing.size())) {
-        at = findText(text_, kDrawing, at + kDrawing.size());
+// Moves `from` on to where a line goes on or begins that holds a placeholder at
+// or behind it; false when there is none.
+bool TitleTextFinder::toLineWithPlaceholder(std::size_t& from) {
+    if (from < lineEnd_ && standsBehind(from)) {
+        return true;
     }
-    return at;
+    const std::size_t first = findText(text_, placeholder_, from);
+    if (first == kNone) {
+        return false;
+    }
+    const std::size_t lineFeed = text_.substr(from, first - from).rfind(u'\n');
+    from += lineFeed == kNone ? 0 : lineFeed + 1;
+    findLastPlaceholder(first);
+    return true;
+}
+
+std::size_t TitleTextFinder::next(std::size_t from) {
+    for (; toLineWithPlaceholder(from); from = lineEnd_) {
+        const std::u16string_view before = text_.substr(0, placeholderAt_);
+        std::size_t at = findText(before, kDrawing, from);
+        while (at != kNone && !continuesAt(at + kDrawing.size())) {
+            at = findText(before, kDrawing, at + kDrawing.size());
+        }
+        if (at != kNone) {
+            return at;
+        }
+    }
+    return kNone;
 }
 
 } // namespace tvml

@@ -40,8 +40,9 @@ enum class TitleKind : std::uint8_t { title, subtitle };
 std::u16string_view placeholderOf(TitleKind kind);
 
 // Finds the commands that set the text of a box named "TITLETEXT" and still hold
-// a kind's placeholder on their line. The whole search costs no more than a few
-// looks at each unit, however many commands one line holds.
+// a kind's placeholder on their line. Placeholders are rare, so their lines are
+// found first; the whole search costs no more than a few looks at each unit,
+// however many commands one line holds.
 class TitleTextFinder {
 public:
     TitleTextFinder(std::u16string_view text, TitleKind kind, const KeywordTable& words)
@@ -55,6 +56,10 @@ public:
     bool continuesAt(std::size_t at);
 
 private:
+    bool toLineWithPlaceholder(std::size_t& from);
+    bool standsBehind(std::size_t end);
+    void findLastPlaceholder(std::size_t from);
+
     std::u16string_view text_;
     std::u16string_view placeholder_;
     const KeywordTable& words_;

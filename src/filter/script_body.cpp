@@ -124,27 +124,24 @@ bool ScriptBody::holdsMainImageBase() {
     return mainImageBase_;
 }
 
+// Notes what a segment holds, or holds no longer.
 void ScriptBody::indexSegment(std::size_t number) {
     const std::u16string_view text = segments_[number].text;
-    if (TitleTextFinder(text, TitleKind::title, words_).next(0) != kNone) {
-        waitingTitles_.insert(waitingTitles_.end(), number);
-    }
-    if (TitleTextFinder(text, TitleKind::subtitle, words_).next(0) != kNone) {
-        waitingSubtitles_.insert(waitingSubtitles_.end(), number);
-    }
-    if (findText(text, kFontName) != kNone) {
-        fontNames_.insert(fontNames_.end(), number);
-    }
-    if (findText(text, kSize) != kNone) {
-        sizes_.insert(sizes_.end(), number);
-    }
+    const auto note = [number](Numbers& holders, bool holds) {
+        if (holds) {
+            holders.insert(holders.end(), number);
+        } else {
+            holders.erase(number);
+        }
+    };
+    note(waitingTitles_, TitleTextFinder(text, TitleKind::title, words_).next(0) != kNone);
+    note(waitingSubtitles_, TitleTextFinder(text, TitleKind::subtitle, words_).next(0) != kNone);
+    note(fontNames_, findText(text, kFontName) != kNone);
+    note(sizes_, findText(text, kSize) != kNone);
 }
 
 // After a change of a segment that was indexed before.
 void ScriptBody::indexAgain(std::size_t number) {
-    for (Numbers* holders : {&waitingTitles_, &waitingSubtitles_, &fontNames_, &sizes_}) {
-        holders->erase(number);
-    }
     indexSegment(number);
     mainImageBase_ = mainImageBase_ || findText(segments_[number].text, kMainImageBase) != kNone;
 }
@@ -193,11 +190,12 @@ void ScriptBody::indexNewText() {
     baseUnits_ = 0;
 }
 
-// Fills an argument behind a place in the text, in whichever segment the
-// argument comes first.
-void ScriptBody::fillArgument(std::size_t segment, std::size_t from, std::u16string_view argument,
+// Fills an argument behind a place in a card's segment, in whichever segment the
+// argument comes first. The card's own is to be indexed when it is complete.
+void ScriptBody::fillArgument(std::size_t card, std::size_t from, std::u16string_view argument,
                               const Numbers& holders, std::u16string_view placeholder,
                               std::u16string_view value) {
+    std::size_t segment = card;
     if (findText(segments_[segment].text, argument, from) == kNone) {
         const auto next = holders.upper_bound(segment);
         if (next == holders.end()) {
@@ -210,7 +208,9 @@ void ScriptBody::fillArgument(std::size_t segment, std::size_t from, std::u16str
         fillQuotedArgument(segments_[segment].text, from, argument, placeholder, value, words_);
     if (at != kNone) {
         tellFilled(segment, at, placeholder.size(), value.size());
-        indexAgain(segment);
+        if (segment != card) {
+            indexAgain(segment);
+        }
     }
 }
 

@@ -88,7 +88,7 @@ private:
     void indexAgain(std::size_t number);
     void tellFilled(std::size_t segment, std::size_t at, std::size_t removed,
                     std::size_t inserted) const;
-    void fillArgument(std::size_t segment, std::size_t from, std::u16string_view argument,
+    void fillArgument(std::size_t card, std::size_t from, std::u16string_view argument,
                       const Numbers& holders, std::u16string_view placeholder,
                       std::u16string_view value);
 
