@@ -34,8 +34,11 @@ bool TvmlInifile::setFile(const char16_t* name) {
     if (path.empty()) {
         return false;
     }
-    path_ = std::move(path);
-    file_ = platform_->openIni(path_);
+    if (file_ == nullptr || path != path_ || !file_->isCurrent()) {
+        file_.reset();
+        path_ = std::move(path);
+        file_ = platform_->openIni(path_);
+    }
     return true;
 }
 

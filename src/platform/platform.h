@@ -43,6 +43,10 @@ public:
     virtual std::size_t readString(std::u16string_view section, std::u16string_view key,
                                    std::u16string_view defaultText,
                                    std::span<char16_t> buffer) const = 0;
+
+    // Whether opening the file once more would give the same texts for sure: its
+    // reader can then keep what it read.
+    virtual bool isCurrent() const { return false; }
 };
 
 // The services of one operating system. Objects are stateless and may be

@@ -87,6 +87,32 @@ std::string readIniFile(const std::string& path) {
     return bytes;
 }
 
+// A file that cannot be had is a text without entries: every read then gives
+// its default.
+class PosixIniFile final : public IniFile {
+public:
+    // No name for a path that no file can have.
+    explicit PosixIniFile(std::optional<std::string> name)
+        : name_(std::move(name)), bytes_(read()), text_(decodeSettings(bytes_)) {}
+
+    std::size_t readString(std::u16string_view section, std::u16string_view key,
+                           std::u16string_view defaultText,
+                           std::span<char16_t> buffer) const override {
+        return text_.readString(section, key, defaultText, buffer);
+    }
+
+    // Reading and comparing takes a small part of the time of decoding and
+    // indexing. Times of files are too coarse to be trusted.
+    bool isCurrent() const override { return read() == bytes_; }
+
+private:
+    std::string read() const { return name_ ? readIniFile(*name_) : std::string(); }
+
+    std::optional<std::string> name_;
+    std::string bytes_;
+    IniText text_;
+};
+
 // `text` is a piece of at most a third of the buffer, as a unit takes up to
 // three bytes.
 void appendUtf8(std::u16string_view text, std::string& result) {
@@ -125,11 +151,7 @@ public:
     char16_t pathSeparator() const override { return u'/'; }
 
     std::unique_ptr<IniFile> openIni(const std::u16string& path) const override {
-        // A file that cannot be had is a text without entries: every read
-        // then gives its default.
-        const std::optional<std::string> name = exactPath(path, toUtf8(path));
-        return std::make_unique<IniText>(name ? decodeSettings(readIniFile(*name))
-                                              : std::u16string());
+        return std::make_unique<PosixIniFile>(exactPath(path, toUtf8(path)));
     }
 
     std::string toUtf8(std::u16string_view text) const override;

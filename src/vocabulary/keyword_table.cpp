@@ -13,22 +13,6 @@ constexpr std::size_t kWordBufferUnits = 128;
 constexpr std::size_t kHostPathUnits = 522;
 constexpr std::size_t kIniPathUnits = 261; // with its terminator
 
-// An ini file that holds nothing, for hosts whose folder cannot be named.
-class NoIniFile final : public platform::IniFile {
-public:
-    std::size_t readString(std::u16string_view, std::u16string_view,
-                           std::u16string_view defaultText,
-                           std::span<char16_t> buffer) const override {
-        if (buffer.empty()) {
-            return 0;
-        }
-        const std::size_t count = std::min(defaultText.size(), buffer.size() - 1);
-        std::copy_n(defaultText.begin(), count, buffer.begin());
-        buffer[count] = u'\0';
-        return count;
-    }
-};
-
 constexpr bool inRange(char16_t unit, char16_t first, char16_t last) {
     return unit >= first && unit <= last;
 }
@@ -50,17 +34,25 @@ std::u16string hostIniPath(const platform::Platform& platform, std::u16string_vi
     return host.substr(0, cut + 1).append(name);
 }
 
-std::unique_ptr<platform::IniFile> openHostIni(const platform::Platform& platform,
-                                               std::u16string_view name) {
-    const std::u16string path = hostIniPath(platform, name);
-    return path.empty() ? std::make_unique<NoIniFile>() : platform.openIni(path);
-}
-
 bool KeywordTable::load(const platform::Platform& platform) {
-    return loadFrom(*openHostIni(platform, kFileName));
+    std::u16string path = hostIniPath(platform, kFileName);
+    if (file_ != nullptr && path == path_ && file_->isCurrent()) {
+        return problem_ == LoadProblem::none;
+    }
+    file_.reset();
+    path_ = std::move(path);
+    std::unique_ptr<platform::IniFile> file = platform.openIni(path_);
+    readWords(*file);
+    file_ = std::move(file);
+    return problem_ == LoadProblem::none;
 }
 
 bool KeywordTable::loadFrom(const platform::IniFile& file) {
+    file_.reset();
+    return readWords(file);
+}
+
+bool KeywordTable::readWords(const platform::IniFile& file) {
     problem_ = LoadProblem::none;
     std::array<char16_t, kWordBufferUnits> buffer;
     for (problemKey_ = 0; problemKey_ < kKeyCount; ++problemKey_) {
@@ -89,6 +81,7 @@ bool KeywordTable::loadFrom(const platform::IniFile& file) {
 
 void KeywordTable::set(Key key, std::u16string_view text) {
     indexed_ = false;
+    file_.reset();
     words_[key.index()].load(text);
     indexWords();
 }

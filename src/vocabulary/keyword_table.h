@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,7 +23,8 @@ enum class LoadProblem { none, missing, tooLong };
 class KeywordTable {
 public:
     // Reads all keys in load order. Returns false at the first key that is
-    // missing or too long; that word and all later ones keep what they held.
+    // missing or too long; that word and all later ones keep what they held. A
+    // file that holds what it held at the last load is not read again.
     bool load(const platform::Platform& platform);
 
     // As load, from an ini file that is open already.
@@ -60,6 +62,7 @@ private:
         blanks[u'\t'] = true;
         return blanks;
     }
+    bool readWords(const platform::IniFile& file);
     void indexWords();
     void indexBlanks();
     void indexLetters();
@@ -72,14 +75,14 @@ private:
     std::size_t problemKey_ = 0;
     std::uint64_t version_ = 0;
     bool indexed_ = false;
+
+    // What the words were loaded from, null when they changed since.
+    std::shared_ptr<const platform::IniFile> file_;
+    std::u16string path_;
 };
 
-// The ini file `name` in the folder of the host program. Never null; empty when
+// The path of the ini file `name` in the folder of the host program; empty when
 // the folder is unknown or the path has more than 260 units.
-std::unique_ptr<platform::IniFile> openHostIni(const platform::Platform& platform,
-                                               std::u16string_view name);
-
-// The path that openHostIni opens, empty when there is none.
 std::u16string hostIniPath(const platform::Platform& platform, std::u16string_view name);
 
 } // namespace tvml

@@ -42,6 +42,24 @@ TEST(PosixIni, RefusesFilesBeyondTheLimit) {
     EXPECT_EQ(read(path), u"default");
 }
 
+TEST(PosixIni, KnowsWhetherTheFileChanged) {
+    const TemporaryFolder folder;
+    const std::u16string path = folder.write("file", "[S]\nk=v\n");
+    const auto file = system().openIni(path);
+    EXPECT_TRUE(file->isCurrent());
+    folder.write("file", "[S]\nk=w\n"); // within the same tick, of the same length
+    EXPECT_FALSE(file->isCurrent());
+    EXPECT_TRUE(system().openIni(path)->isCurrent());
+    folder.write("file", "[S]\nk=v\n");
+    EXPECT_TRUE(file->isCurrent());
+    std::filesystem::remove(path);
+    EXPECT_FALSE(file->isCurrent());
+    const auto missing = system().openIni(path);
+    EXPECT_TRUE(missing->isCurrent());
+    folder.write("file", "");
+    EXPECT_TRUE(missing->isCurrent()); // it gives the same texts
+}
+
 // Equal units 32 places apart cancel each other out of the hash, so all these
 // keys have the same.
 TEST(PosixIni, CollidingKeysStayFindable) {

@@ -109,6 +109,40 @@ TEST(KeywordTable, ReadsTheFileBesideTheHostProgram) {
     }
 }
 
+// The words follow the file, however often it is really read.
+TEST(KeywordTable, LoadsAgainWhatChanged) {
+    platform::MemoryPlatform memory;
+    std::u16string& file = memory.files[u"/host/keyword.ini"];
+    KeywordTable table;
+    const auto load = [&](const Words& replaced, std::u16string_view removed) {
+        Words words = shippedWords(replaced);
+        words.erase(std::u16string(removed));
+        file = iniText(words);
+        return table.load(memory);
+    };
+    EXPECT_TRUE(load({{u"happy", u"one"}}, u""));
+    EXPECT_TRUE(load({{u"happy", u"one"}}, u""));
+    EXPECT_EQ(memory.openedFiles, 1U);
+    EXPECT_FALSE(load({{u"happy", u"two"}}, kKeys.back())); // as long as before
+    EXPECT_FALSE(load({{u"happy", u"two"}}, kKeys.back()));
+    EXPECT_EQ(memory.openedFiles, 2U);
+    EXPECT_EQ(shown(table[u"happy"].textOrEmpty()), "two");
+    table.set(u"happy", u"three");
+    EXPECT_FALSE(load({{u"happy", u"two"}}, kKeys.back()));
+    EXPECT_EQ(shown(table[u"happy"].textOrEmpty()), "two");
+    EXPECT_TRUE(table.loadFrom(platform::IniText(iniText(shippedWords({{u"happy", u"four"}})))));
+    EXPECT_FALSE(load({{u"happy", u"two"}}, kKeys.back()));
+    EXPECT_EQ(shown(table[u"happy"].textOrEmpty()), "two");
+    memory.files.erase(u"/host/keyword.ini");
+    EXPECT_FALSE(table.load(memory));
+    EXPECT_EQ(table.problemKey(), 0U);
+    EXPECT_EQ(shown(table[u"happy"].textOrEmpty()), "two");
+    memory.files[u"/other/keyword.ini"] = iniText(shippedWords({{u"happy", u"five"}}));
+    memory.hostPath = u"/other/program";
+    EXPECT_TRUE(table.load(memory));
+    EXPECT_EQ(shown(table[u"happy"].textOrEmpty()), "five");
+}
+
 TEST(KeywordTable, LettersAndBlanksFollowTheWordsOfTheLastLoad) {
     Words words = shippedWords(
         {{u"space", u"_　"}, {u"b1", u"β"}, {u"c1", u"cc"}, {u"z1", u""}, {u"Z2", u"Ｙ"}});
