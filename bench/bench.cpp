@@ -27,13 +27,11 @@ std::int32_t sizeOf(const std::u16string& script, const std::u16string& descript
     return fil_process(script.c_str(), 0, 0, description.c_str(), nullptr, 0);
 }
 
-void perLine(benchmark::State& state, std::int64_t lines) {
-    state.counters["per_line"] = benchmark::Counter(static_cast<double>(lines),
-                                                    benchmark::Counter::kIsIterationInvariantRate |
-                                                        benchmark::Counter::kInvert);
-}
-
 // ---- time per line by kind and number of lines
+
+const std::string kPerLine = "lines/";
+const std::string kNoLines = "none";
+constexpr int kRepetitions = 7;
 
 void convertLines(benchmark::State& state, const bench::Workload& workload) {
     const std::u16string script = bench::script(workload, state.range(0));
@@ -41,7 +39,6 @@ void convertLines(benchmark::State& state, const bench::Workload& workload) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(sizeOf(script, description));
     }
-    perLine(state, state.range(0));
 }
 
 // ---- the same dialogue through converters of Markdown
@@ -54,7 +51,6 @@ void dialogueFilter(benchmark::State& state) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(sizeOf(script, description));
     }
-    perLine(state, kDialogueLines);
 }
 
 // With the text delivered into a buffer that the host keeps.
@@ -67,7 +63,6 @@ void dialogueDelivered(benchmark::State& state) {
                                              output.data(),
                                              static_cast<std::int32_t>(output.size())));
     }
-    perLine(state, kDialogueLines);
 }
 
 void appendHtml(const MD_CHAR* text, MD_SIZE size, void* output) {
@@ -81,7 +76,6 @@ void dialogueMd4c(benchmark::State& state) {
         md_html(markdown.data(), static_cast<MD_SIZE>(markdown.size()), appendHtml, &html, 0, 0);
         benchmark::DoNotOptimize(html.data());
     }
-    perLine(state, kDialogueLines);
 }
 
 void dialogueCmark(benchmark::State& state) {
@@ -91,7 +85,6 @@ void dialogueCmark(benchmark::State& state) {
         benchmark::DoNotOptimize(html);
         free(html);
     }
-    perLine(state, kDialogueLines);
 }
 
 // The least that any converter must do: write the output once.
@@ -104,7 +97,6 @@ void dialogueMemcpy(benchmark::State& state) {
         std::memcpy(to.data(), from.data(), units * sizeof(char16_t));
         benchmark::DoNotOptimize(to.data());
     }
-    perLine(state, kDialogueLines);
 }
 
 // ---- one call, against the bare parse of its description
@@ -179,58 +171,118 @@ void printPeakMemory() {
     child(true);
 }
 
-// Prints the usual table and, at the end, how evenly each kind's lines cost.
-class RatioReporter : public benchmark::ConsoleReporter {
+// Prints all figures when the last run is over. Of several runs of a benchmark
+// the fastest counts, since other work on the machine only ever adds.
+class Report : public benchmark::ConsoleReporter {
 public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
-            const std::string& name = run.run_name.function_name;
-            if (name.starts_with("lines/") && run.counters.contains("per_line")) {
-                costs_[name].push_back(run.counters.at("per_line").value);
+            if (run.run_type == Run::RT_Iteration) {
+                const std::string& name = run.run_name.function_name;
+                const std::int64_t lines =
+                    name.starts_with(kPerLine) ? std::stoll(run.run_name.args) : 0;
+                const double time =
+                    run.real_accumulated_time * 1e9 / static_cast<double>(run.iterations);
+                double& least = times_[name].try_emplace(lines, time).first->second;
+                least = std::min(least, time);
             }
         }
-        ConsoleReporter::ReportRuns(runs);
     }
 
     void Finalize() override {
-        std::printf("\nlargest to smallest time per line, over all numbers of lines\n");
-        for (const auto& [name, costs] : costs_) {
-            const auto [least, most] = std::minmax_element(costs.begin(), costs.end());
-            std::printf("  %-28s %.2f\n", name.c_str(), *most / *least);
+        printLines();
+        for (const auto& [name, times] : times_) {
+            if (name.starts_with("dialogue/")) {
+                print(name, times.at(0) / kDialogueLines, "ns per line", "dialogue/md4c");
+            } else if (name.starts_with("call/")) {
+                print(name, times.at(0) / 1000, "us", "call/bare_parse");
+            }
         }
     }
 
 private:
-    std::map<std::string, std::vector<double>> costs_;
+    void print(const std::string& name, double figure, const char* unit,
+               const std::string& measure) const {
+        std::printf("%-20s %8.1f %s", name.c_str(), figure, unit);
+        if (times_.contains(measure)) {
+            std::printf(", %.2f of %s", times_.at(name).at(0) / times_.at(measure).at(0),
+                        measure.c_str());
+        }
+        std::printf("\n");
+    }
+
+    // The ratios are those of the largest to the smallest time of a kind: of whole
+    // calls, and of what the lines add to a call without any.
+    void printLines() const {
+        if (!times_.contains(kPerLine + kNoLines)) {
+            return;
+        }
+        const double fixed = times_.at(kPerLine + kNoLines).at(0);
+        std::printf("ns per line of 1,000 to 1,000,000 lines; a call without lines takes %.0f us\n",
+                    fixed / 1000);
+        for (const auto& [name, times] : times_) {
+            if (!name.starts_with(kPerLine) || name == kPerLine + kNoLines) {
+                continue;
+            }
+            std::printf("%-24s", name.c_str());
+            std::vector<double> whole;
+            std::vector<double> added;
+            for (const auto& [lines, time] : times) {
+                const double count = static_cast<double>(lines);
+                std::printf(" %7.0f", time / count);
+                whole.push_back(time / count);
+                added.push_back((time - fixed) / count);
+            }
+            std::printf("   ratio %.2f, of the lines alone %.2f\n", spread(whole), spread(added));
+        }
+    }
+
+    static double spread(const std::vector<double>& figures) {
+        const auto [least, most] = std::minmax_element(figures.begin(), figures.end());
+        return *most / *least;
+    }
+
+    std::map<std::string, std::map<std::int64_t, double>> times_; // ns by name and lines
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
+    benchmark::RegisterBenchmark((kPerLine + kNoLines).c_str(), convertLines,
+                                 bench::workloads().front())
+        ->Arg(0)
+        ->Repetitions(kRepetitions);
     for (const bench::Workload& workload : bench::workloads()) {
-        benchmark::RegisterBenchmark((std::string("lines/") + workload.name).c_str(), convertLines,
-                                     workload)
+        benchmark::RegisterBenchmark((kPerLine + workload.name).c_str(), convertLines, workload)
             ->RangeMultiplier(10)
             ->Range(1000, 1000000)
-            ->Unit(benchmark::kMillisecond);
+            ->Repetitions(kRepetitions)
+            ->MinTime(0.05);
     }
-    benchmark::RegisterBenchmark("dialogue/filter", dialogueFilter)->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("dialogue/delivered", dialogueDelivered)
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("dialogue/md4c", dialogueMd4c)->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("dialogue/cmark", dialogueCmark)->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("dialogue/memcpy", dialogueMemcpy)->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("call/programme", oneCall)->Unit(benchmark::kMicrosecond);
-    benchmark::RegisterBenchmark("call/bare_parse", bareParse)->Unit(benchmark::kMicrosecond);
-    benchmark::RegisterBenchmark("call/empty", emptyCall)->Unit(benchmark::kMicrosecond);
-    benchmark::RegisterBenchmark("call/initialize", initializeAndTerminate)
-        ->Unit(benchmark::kMicrosecond);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+    const auto add = [](const char* name, void (*run)(benchmark::State&)) {
+        benchmark::RegisterBenchmark(name, run)->Repetitions(kRepetitions);
+    };
+    add("dialogue/filter", dialogueFilter);
+    add("dialogue/delivered", dialogueDelivered);
+    add("dialogue/md4c", dialogueMd4c);
+    add("dialogue/cmark", dialogueCmark);
+    add("dialogue/memcpy", dialogueMemcpy);
+    add("call/programme", oneCall);
+    add("call/bare_parse", bareParse);
+    add("call/empty", emptyCall);
+    add("call/initialize", initializeAndTerminate);
+    // The runs of one benchmark are spread over the whole time, so that a busy
+    // minute of the machine does not make one of them slow.
+    char interleaving[] = "--benchmark_enable_random_interleaving=true";
+    std::vector<char*> arguments(argv, argv + argc);
+    arguments.insert(arguments.begin() + 1, interleaving);
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
         return 1;
     }
     printPeakMemory();
-    RatioReporter reporter;
+    Report reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;
 }

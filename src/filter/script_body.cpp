@@ -5,6 +5,7 @@
 #include <iterator>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "filter/tvml_patterns.h"
@@ -23,6 +24,15 @@ constexpr std::size_t kLongestBody = std::numeric_limits<std::int32_t>::max() - 
 
 constexpr std::u16string_view kFontName = u"font name";
 constexpr std::u16string_view kSize = u"size";
+
+// For so many more units, and no more than that: a text that grows by itself
+// takes twice the room it had.
+void makeRoom(std::u16string& text, std::size_t units) {
+    std::u16string roomy;
+    roomy.reserve(text.size() + units);
+    roomy += text;
+    text = std::move(roomy);
+}
 
 // The last title-text command of a kind in a text.
 std::size_t findLastTitleText(std::u16string_view text, TitleKind kind, const KeywordTable& words) {
@@ -127,9 +137,9 @@ bool ScriptBody::holdsMainImageBase() {
 // Notes what a segment holds, or holds no longer.
 void ScriptBody::indexSegment(std::size_t number) {
     const std::u16string_view text = segments_[number].text;
-    const auto note = [number](Numbers& holders, bool holds) {
+    const auto note = [number](NumberSet& holders, bool holds) {
         if (holds) {
-            holders.insert(holders.end(), number);
+            holders.insert(number);
         } else {
             holders.erase(number);
         }
@@ -193,15 +203,14 @@ void ScriptBody::indexNewText() {
 // Fills an argument behind a place in a card's segment, in whichever segment the
 // argument comes first. The card's own is to be indexed when it is complete.
 void ScriptBody::fillArgument(std::size_t card, std::size_t from, std::u16string_view argument,
-                              const Numbers& holders, std::u16string_view placeholder,
+                              const NumberSet& holders, std::u16string_view placeholder,
                               std::u16string_view value) {
     std::size_t segment = card;
     if (findText(segments_[segment].text, argument, from) == kNone) {
-        const auto next = holders.upper_bound(segment);
-        if (next == holders.end()) {
+        segment = holders.firstFrom(segment + 1);
+        if (segment == kNone) {
             return;
         }
-        segment = *next;
         from = 0;
     }
     const std::size_t at =
@@ -229,12 +238,14 @@ void ScriptBody::tellFilled(std::size_t segment, std::size_t at, std::size_t rem
 
 bool ScriptBody::completeCard(const CardText& card) {
     indexNewText();
-    const Numbers& waiting = card.kind == TitleKind::title ? waitingTitles_ : waitingSubtitles_;
-    if (waiting.empty()) {
+    const std::size_t number =
+        (card.kind == TitleKind::title ? waitingTitles_ : waitingSubtitles_).last();
+    if (number == kNone) {
         return false;
     }
-    countUnits(card.font.size() + card.size.size() + card.text.size());
-    const std::size_t number = *waiting.rbegin();
+    const std::size_t added = card.font.size() + card.size.size() + card.text.size();
+    countUnits(added);
+    makeRoom(segments_[number].text, added);
     const std::size_t at = findLastTitleText(segments_[number].text, card.kind, words_);
     fillArgument(number, at, kFontName, fontNames_, card.fontPlaceholder, card.font);
     fillArgument(number, at, kSize, sizes_, card.sizePlaceholder, card.size);

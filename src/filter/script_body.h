@@ -3,12 +3,12 @@
 #define TVML_FILTER_SCRIPT_BODY_H
 
 #include <deque>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "filter/number_set.h"
 #include "filter/scanners.h"
 #include "generation/talk_piece.h"
 #include "vocabulary/keyword_table.h"
@@ -78,8 +78,6 @@ public:
     std::deque<BodySegment> takeSegments() { return std::move(segments_); }
 
 private:
-    using Numbers = std::set<std::size_t>; // of segments
-
     void countUnits(std::size_t units);
     void indexNewText();
     void splitAtWaitingLines(const std::u16string& text);
@@ -89,7 +87,7 @@ private:
     void tellFilled(std::size_t segment, std::size_t at, std::size_t removed,
                     std::size_t inserted) const;
     void fillArgument(std::size_t card, std::size_t from, std::u16string_view argument,
-                      const Numbers& holders, std::u16string_view placeholder,
+                      const NumberSet& holders, std::u16string_view placeholder,
                       std::u16string_view value);
 
     const KeywordTable& words_;
@@ -99,10 +97,10 @@ private:
 
     // Which of the first indexedSegments_ segments hold what.
     std::size_t indexedSegments_ = 0;
-    Numbers waitingTitles_;
-    Numbers waitingSubtitles_;
-    Numbers fontNames_;
-    Numbers sizes_;
+    NumberSet waitingTitles_;
+    NumberSet waitingSubtitles_;
+    NumberSet fontNames_;
+    NumberSet sizes_;
 
     bool mainImageBase_ = false;
     std::size_t baseSegments_ = 0; // searched for it

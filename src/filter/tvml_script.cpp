@@ -87,18 +87,18 @@ struct Cut {
 class Remover {
 public:
     Remover(std::u16string_view text, TitleKind kind, const KeywordTable& words,
-            std::vector<Cut>& cuts)
-        : text_(text), finder_(text, kind, words), cuts_(cuts) {
-        kept_.reserve(text.size());
+            std::u16string& kept, std::vector<Cut>& cuts)
+        : text_(text), finder_(text, kind, words), kept_(kept), cuts_(cuts) {
+        kept_.clear();
     }
 
-    std::u16string run() {
+    void run() {
         std::size_t from = 0;
         for (;;) {
             const std::size_t at = finder_.next(from);
             kept_.append(text_, next_, std::min(at, text_.size()) - next_);
             if (at == kNone) {
-                return std::move(kept_);
+                return;
             }
             skipLineFrom(at);
             while (joinsToCommand()) {
@@ -130,8 +130,8 @@ private:
 
     std::u16string_view text_;
     TitleTextFinder finder_;
+    std::u16string& kept_;
     std::vector<Cut>& cuts_;
-    std::u16string kept_;
     std::size_t next_ = 0; // first unit that is neither kept nor removed yet
 };
 
@@ -162,20 +162,18 @@ public:
 private:
     void remove(bool isLast) {
         cuts_.clear();
-        std::u16string kept = open_;
-        for (const TitleKind kind : {TitleKind::title, TitleKind::subtitle}) {
-            kept = Remover(kept, kind, words_, cuts_).run();
-            if (!isLast && !endsLine(kept)) {
-                enough_ = 2 * open_.size(); // so that all attempts cost no more than the last
-                return;
-            }
+        Remover(open_, TitleKind::title, words_, withoutTitles_, cuts_).run();
+        Remover(withoutTitles_, TitleKind::subtitle, words_, kept_, cuts_).run();
+        if (!isLast && !(endsLine(withoutTitles_) && endsLine(kept_))) {
+            enough_ = 2 * open_.size(); // so that all attempts cost no more than the last
+            return;
         }
         if (report_ != nullptr) {
             for (const Cut& cut : cuts_) {
                 report_->unitsCut(result_.size() + cut.at, cut.units);
             }
         }
-        result_.append(std::move(kept));
+        result_.append(std::u16string(kept_)); // of its own size
         open_.clear();
         enough_ = unitsAtOnce_;
     }
@@ -185,6 +183,8 @@ private:
     std::size_t unitsAtOnce_;
     TvmlScript& result_;
     std::u16string open_; // what is at hand
+    std::u16string withoutTitles_;
+    std::u16string kept_;
     std::size_t enough_ = unitsAtOnce_;
     std::vector<Cut> cuts_;
 };

@@ -4,8 +4,8 @@
 
 #include <array>
 #include <cstdint>
-#include <deque>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,19 +45,20 @@ std::size_t randomVariant(std::size_t count, std::uint32_t draw);
 class VariantList {
 public:
     void add(std::u16string text, std::size_t element) {
-        variants_.push_back({Template(std::move(text)), element});
+        variants_.push_back(
+            std::make_unique<const Variant>(Variant{Template(std::move(text)), element}));
     }
 
     // The number of the next variant in the given mode, or 0 when there is none.
     std::size_t select(SwitchMode mode, RandomGenerator& random);
 
-    const Variant& variant(std::size_t number) const { return variants_[number - 1]; }
+    const Variant& variant(std::size_t number) const { return *variants_[number - 1]; }
     std::size_t size() const { return variants_.size(); }
     bool empty() const { return variants_.empty(); }
     void removeLast() { variants_.pop_back(); }
 
 private:
-    std::deque<Variant> variants_;
+    std::vector<std::unique_ptr<const Variant>> variants_; // each stays where it is
     std::size_t counter_ = 1;
 };
 
@@ -78,7 +79,7 @@ private:
 
     static constexpr std::size_t kSlots = 27;   // "A" to "Z", then the shared key
     std::array<std::uint16_t, kSlots> lists_{}; // number of the list, 0 for none
-    std::deque<VariantList> used_;
+    std::vector<VariantList> used_;
 };
 
 // Variants per pair of letters in ascending order, or "$".
