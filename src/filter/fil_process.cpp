@@ -6,6 +6,7 @@
 
 #include "filter/conversion_run.h"
 #include "filter/delivery.h"
+#include "vocabulary/unit_search.h"
 
 namespace {
 
@@ -19,7 +20,8 @@ struct Process {
 Process process;
 
 std::u16string_view textOrEmpty(const char16_t* text) {
-    return text != nullptr ? std::u16string_view(text) : std::u16string_view();
+    return text != nullptr ? std::u16string_view(text, tvml::terminatedLength(text))
+                           : std::u16string_view();
 }
 
 } // namespace

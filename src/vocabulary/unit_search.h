@@ -71,6 +71,18 @@ inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t
     return detail::findUnitInSteps(text, unit, at);
 }
 
+// The number of units before the first U+0000. Several comparisons a step; a
+// block might end in memory that is not the text's.
+inline std::size_t terminatedLength(const char16_t* text) {
+    for (const char16_t* at = text;; at += 8) {
+        for (std::size_t i = 0; i < 8; ++i) {
+            if (at[i] == u'\0') {
+                return static_cast<std::size_t>(at - text) + i;
+            }
+        }
+    }
+}
+
 // The first line of a text: where it ends, npos without a line feed, and what it
 // holds. A line that is told to hold something may yet hold none of it.
 struct FirstLine {
