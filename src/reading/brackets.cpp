@@ -5,16 +5,29 @@
 
 namespace tvml {
 
-std::size_t OpeningBrackets::next() {
-    if (!started_ || (nextAscii_ != kNone && nextAscii_ < from_)) {
-        nextAscii_ = text_.find(u'(', from_);
+// To be called from left to right.
+std::size_t OpeningBrackets::find(std::size_t from) {
+    if (!started_ || (nextAscii_ != kNone && nextAscii_ < from)) {
+        nextAscii_ = text_.find(u'(', from);
     }
-    if (!started_ || (nextWord_ != kNone && nextWord_ < from_)) {
-        nextWord_ = word_.findUnitsIn(text_, from_);
+    if (!started_ || (nextWord_ != kNone && nextWord_ < from)) {
+        nextWord_ = words_[u"kakko"].findUnitsIn(text_, from);
     }
     started_ = true;
-    const std::size_t found = earliestPosition(nextAscii_, nextWord_);
-    from_ = found == kNone ? from_ : found + 1;
+    return earliestPosition(nextAscii_, nextWord_);
+}
+
+std::size_t OpeningBrackets::next() {
+    std::size_t found = following_;
+    if (found == kNone) {
+        return kNone;
+    }
+    following_ = find(found + 1);
+    while (following_ == found + 1 && words_.isBlank(text_[found]) &&
+           words_.isBlank(text_[following_])) {
+        found = following_;
+        following_ = find(found + 1);
+    }
     return found;
 }
 

@@ -10,21 +10,27 @@
 namespace tvml {
 
 // Visits the opening brackets of a text from its start: each "(" and each
-// occurrence of the whole `kakko` word. An empty word occurs nowhere here. The
-// whole visit costs no more than one look at each unit.
+// occurrence of the whole `kakko` word. An empty word occurs nowhere here. Of
+// blanks in a row that are brackets only the last is visited: without the blanks
+// at their ends the texts on both sides are the same for all of them. The whole
+// visit costs no more than a few looks at each unit.
 class OpeningBrackets {
 public:
     OpeningBrackets(std::u16string_view text, const KeywordTable& words)
-        : text_(text), word_(words[u"kakko"]) {}
+        : text_(text), words_(words) {
+        following_ = find(0);
+    }
 
     // The position of the next one, or kNone.
     std::size_t next();
 
 private:
+    std::size_t find(std::size_t from);
+
     std::u16string_view text_;
-    const Word& word_;
-    std::size_t from_ = 0;
-    std::size_t nextAscii_ = 0; // at or after from_ once looked up
+    const KeywordTable& words_;
+    std::size_t following_;     // the first one not visited, or kNone
+    std::size_t nextAscii_ = 0; // at or after the place looked from last
     std::size_t nextWord_ = 0;
     bool started_ = false;
 };

@@ -21,9 +21,10 @@ constexpr double kMostGrowthOfALine = 2.0;
 
 using Make = std::function<std::u16string(std::size_t count)>;
 
-std::uint64_t workOf(const std::u16string& script, const std::u16string& description) {
+std::uint64_t workOf(const std::u16string& script, const std::u16string& description,
+                     const Words& replaced = {}) {
     static platform::MemoryPlatform memory;
-    memory.files[u"/host/keyword.ini"] = iniText(shippedWords());
+    memory.files[u"/host/keyword.ini"] = iniText(shippedWords(replaced));
     static KeywordTable words;
     static TvmlIniMirvol settings(memory);
     words.load(memory);
@@ -33,10 +34,10 @@ std::uint64_t workOf(const std::u16string& script, const std::u16string& descrip
 }
 
 void expectLinear(const std::string& name, const std::u16string& description, const Make& make,
-                  double mostGrowth = kMostGrowth) {
-    const std::uint64_t nothing = workOf(u"", description);
+                  double mostGrowth = kMostGrowth, const Words& replaced = {}) {
+    const std::uint64_t nothing = workOf(u"", description, replaced);
     const auto perItem = [&](std::size_t count) {
-        return static_cast<double>(workOf(make(count), description) - nothing) /
+        return static_cast<double>(workOf(make(count), description, replaced) - nothing) /
                static_cast<double>(count);
     };
     const double few = perItem(kFew);
@@ -98,6 +99,7 @@ TEST(Cost, GrowsWithTheLengthOfALine) {
         std::u16string_view head;
         std::u16string_view part;
         std::u16string_view tail;
+        Words words{};
     } rows[] = {
         {u"", u"(", u""},
         {u"(", u"(", u")"},
@@ -137,6 +139,8 @@ TEST(Cost, GrowsWithTheLengthOfALine) {
         {u"(set:", u"、", u"x)"},
         {u"(look at", u" ", u"A)"},
         {u"Hi (caption: ", u"$2", u")"},
+        {u"Hi", u"　", u"you)", {{u"kakko", u"　"}}},
+        {u"（Hi", u"　", u"you)", {{u"kakko", u"　　"}}},
     };
     const std::u16string description =
         u"<staging>" + std::u16string(kTwoCharacters) + u"</staging>";
@@ -150,7 +154,7 @@ TEST(Cost, GrowsWithTheLengthOfALine) {
                 }
                 return line.append(row.tail);
             },
-            kMostGrowthOfALine);
+            kMostGrowthOfALine, row.words);
     }
 }
 
