@@ -204,12 +204,8 @@ bool TitleTextFinder::continuesAt(std::size_t at) {
 // Looks at the line on which `from` lies.
 void TitleTextFinder::findLastPlaceholder(std::size_t from) {
     lineEnd_ = std::min(findUnit(text_, u'\n', from), text_.size());
-    placeholderAt_ = kNone;
-    const std::u16string_view line = text_.substr(0, lineEnd_);
-    for (std::size_t found = findText(line, placeholder_, from); found != kNone;
-         found = findText(line, placeholder_, found + 1)) {
-        placeholderAt_ = found;
-    }
+    const std::size_t last = text_.substr(from, lineEnd_ - from).rfind(placeholder_);
+    placeholderAt_ = last == kNone ? kNone : from + last;
 }
 
 // A placeholder stands at or behind `end`, on the same line.
