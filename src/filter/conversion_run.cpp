@@ -140,7 +140,7 @@ std::u16string_view ConversionRun::takeSpeaker(std::u16string_view& line) {
 
 void ConversionRun::convertSpoken(std::u16string_view line, std::u16string_view speaker) {
     const bool command = isCommand(line, words_);
-    const bool captioned = command && isCaptionCommand(line, words_);
+    const bool captioned = command && findCaption(line, words_).has_value();
     if (run_.report != nullptr) {
         run_.report->lineClassified(speaker == kNoSpeaker ? LineKind::other : LineKind::character,
                                     speaker, command && !captioned);

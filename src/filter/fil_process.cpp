@@ -2,6 +2,7 @@
 #include "fil_process.h"
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "filter/conversion_run.h"
@@ -24,6 +25,13 @@ std::u16string_view textOrEmpty(const char16_t* text) {
                            : std::u16string_view();
 }
 
+// A host may have the script replaced by the result.
+bool overlaps(std::u16string_view script, const char16_t* output, std::int32_t outputSize) {
+    const std::less<> before;
+    return output != nullptr && outputSize > 0 && before(output, script.data() + script.size()) &&
+           before(script.data(), output + outputSize);
+}
+
 } // namespace
 
 extern "C" std::int32_t fil_process(const char16_t* script, std::int32_t playFrom,
@@ -32,9 +40,12 @@ extern "C" std::int32_t fil_process(const char16_t* script, std::int32_t playFro
     try {
         process.xml.hold();
         tvml::ConversionRun run(process.words, process.settings, tvml::platform::system());
-        return tvml::deliver(
-            run.convert({textOrEmpty(script), playFrom, playTo, textOrEmpty(description)}), output,
-            outputSize);
+        const std::u16string_view text = textOrEmpty(script);
+        tvml::TvmlScript result = run.convert({text, playFrom, playTo, textOrEmpty(description)});
+        if (overlaps(text, output, outputSize)) {
+            result.writeTalk();
+        }
+        return tvml::deliver(result, output, outputSize);
     } catch (...) { // nothing may leave this function, whatever its type
         return 0;
     }

@@ -24,7 +24,7 @@ namespace tvml {
 struct PreparedTalk {
     const Variant* variant = nullptr;
     const CharacterModel* model = nullptr;
-    std::u16string speed;
+    const char16_t* speed = nullptr; // the address tells speeds apart
     const Template* text = nullptr;
 };
 
@@ -38,7 +38,7 @@ struct PreparedTalks {
     using Latest = std::array<PreparedTalk, kPlaces>;
     std::array<std::array<Latest, 26>, 2> latest; // by captioned, letter
 
-    using Key = std::tuple<bool, char16_t, const Variant*, const CharacterModel*, std::u16string>;
+    using Key = std::tuple<bool, char16_t, const Variant*, const CharacterModel*, const char16_t*>;
     std::map<Key, Template> kept;
     std::size_t units = 0; // what is kept, about
     Template unkept;       // the last one that was too much to be kept
@@ -61,7 +61,7 @@ struct Run {
     TemplateDb templates;
     RandomGenerator random;
     std::array<bool, 26> autoGesture{};             // by letter
-    std::array<std::u16string, 26> talkSpeed;       // by letter
+    std::array<std::u16string_view, 26> talkSpeed;  // by letter; of a model or the settings
     std::u16string initialSetName;                  // empty until the script chooses one
     std::int32_t initialSetLine = 0;                // of the script, 0 while there is none
     std::optional<CommandIndex> commands;           // of the words that are loaded

@@ -134,7 +134,8 @@ void applyCharacterSpeeds(Run& run) {
         if (run.staging.findModel(letter, name) != nullptr) {
             const CharacterModel* model =
                 modelWith(run.staging, letter, name, &CharacterModel::speed);
-            run.talkSpeed[Run::slot(letter)] = model != nullptr ? model->speed : std::u16string();
+            run.talkSpeed[Run::slot(letter)] =
+                model != nullptr ? std::u16string_view(model->speed) : u"";
         }
     }
 }

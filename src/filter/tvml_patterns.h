@@ -2,6 +2,7 @@
 #ifndef TVML_FILTER_TVML_PATTERNS_H
 #define TVML_FILTER_TVML_PATTERNS_H
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 
@@ -54,15 +55,17 @@ public:
         return *this;
     }
 
-    // A value up to the next ")" that is "on" or "off" without its blanks.
+    // A value up to the next ")" that is "on" or "off" without its blanks. It is
+    // looked at no further than such a value reaches.
     PatternMatch& thenSwitch(bool& on) {
-        // A value with a line feed in it is neither.
-        const std::u16string_view line = rest().substr(0, findUnit(rest(), u'\n'));
-        const std::size_t close = findUnit(line, u')');
-        const std::u16string_view value = trimScriptText(line.substr(0, close), words_);
-        on = value == u"on";
-        matched_ = matched_ && close != kNone && (on || value == u"off");
-        at_ += matched_ ? close : 0;
+        const std::u16string_view start = text_.substr(endOfValueBlanks(at_));
+        on = start.starts_with(u"on");
+        const std::u16string_view value = on ? u"on" : u"off";
+        const std::size_t close = endOfValueBlanks(text_.size() - start.size() + value.size());
+        // A last letter that is a blank is none of the value's.
+        matched_ = matched_ && start.starts_with(value) && !words_.isBlank(value.back()) &&
+                   text_.substr(close).starts_with(u')');
+        at_ = matched_ ? close : at_;
         return then(u")");
     }
 
@@ -77,6 +80,15 @@ private:
         while (at_ < text_.size() && isBlank(text_[at_])) {
             ++at_;
         }
+    }
+    // A value ends at the first ")", even where that is a blank, and has no line
+    // feed in it.
+    std::size_t endOfValueBlanks(std::size_t at) const {
+        while (at < text_.size() && text_[at] != u')' && text_[at] != u'\n' &&
+               words_.isBlank(text_[at])) {
+            ++at;
+        }
+        return std::min(at, text_.size());
     }
     bool isBlank(char16_t unit) const {
         return blanks_ == PatternBlanks::script ? words_.isBlank(unit)

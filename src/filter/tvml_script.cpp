@@ -215,6 +215,12 @@ void TvmlScript::copyTo(char16_t* output) const {
     }
 }
 
+void TvmlScript::writeTalk() {
+    for (BodySegment& piece : pieces_) {
+        piece.write();
+    }
+}
+
 std::u16string TvmlScript::text() const {
     std::u16string whole(size_, u'\0');
     copyTo(whole.data());

@@ -27,6 +27,9 @@ public:
     void copyTo(char16_t* output) const;
 
     std::u16string text() const;
+
+    // Makes the talk text: nothing refers to the converted script any more.
+    void writeTalk();
     const std::deque<BodySegment>& pieces() const { return pieces_; }
 
     // Removes what title cards left without their second text. `report`, when

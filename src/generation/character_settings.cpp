@@ -117,14 +117,16 @@ void takeCaption(const KeywordTable& words, SoundFile& sound) {
     const LastOccurrence colon(text, u":");
     const LastOccurrence colonWord(text, words[u"colon"]);
     const Word& brackets = words[u"kakko_kakko"];
+    std::size_t failed = 0; // where the last group that is none begins
     for (std::size_t at = 1; at < text.size(); ++at) {
-        if (!brackets.holds(text[at])) {
-            continue;
+        if (at < failed || !brackets.holds(text[at])) {
+            continue; // behind a bracket that is a blank comes the same group
         }
         std::u16string_view group = dropAndTrim(text, at + 1, words);
         const auto startOf = [text](std::u16string_view part) {
             return static_cast<std::size_t>(part.data() - text.data());
         };
+        failed = group.empty() ? text.size() : startOf(group);
         if (captionWord.atOrAfter(startOf(group))) {
             group = dropAndTrim(group, 2, words);
         } else if (captionEnglish.atOrAfter(startOf(group))) {

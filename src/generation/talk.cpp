@@ -20,7 +20,7 @@ constexpr std::size_t kUnitsOfOne = 128; // besides its text
 // The first six placeholders in the order of filling. What they are filled with
 // seldom changes, so each character's templates are kept with them filled in.
 std::u16string preparedText(const Variant& variant, char16_t letter, const CharacterModel& model,
-                            const std::u16string& talkSpeed) {
+                            std::u16string_view talkSpeed) {
     const std::array<Filling, 6> fillings{{
         {u"$1", letterText(letter)},
         {u"$3", model.lipsync},
@@ -42,8 +42,8 @@ struct SelectedTalk {
 };
 
 SelectedTalk prepareTalk(PreparedTalks& talks, const PreparedTalks::Key& key,
-                         const Variant& variant) {
-    const auto& [captioned, letter, ofVariant, model, speed] = key;
+                         const Variant& variant, std::u16string_view speed) {
+    const auto& [captioned, letter, ofVariant, model, speedAddress] = key;
     const auto found = talks.kept.find(key);
     if (found != talks.kept.end()) {
         return {&found->second, true};
@@ -72,16 +72,16 @@ SelectedTalk selectTalkTemplate(Run& run, char16_t letter, bool captioned) {
     if (variant == nullptr) {
         return {};
     }
-    const std::u16string& speed = run.talkSpeed[Run::slot(letter)];
+    const std::u16string_view speed = run.talkSpeed[Run::slot(letter)];
     PreparedTalk& latest = run.preparedTalks.latest[captioned ? 1 : 0][Run::slot(letter)]
                                                    [variant->element % PreparedTalks::kPlaces];
-    if (latest.variant == variant && latest.model == model && latest.speed == speed) {
+    if (latest.variant == variant && latest.model == model && latest.speed == speed.data()) {
         return {latest.text, true};
     }
-    const SelectedTalk talk =
-        prepareTalk(run.preparedTalks, {captioned, letter, variant, model, speed}, *variant);
+    const SelectedTalk talk = prepareTalk(
+        run.preparedTalks, {captioned, letter, variant, model, speed.data()}, *variant, speed);
     if (talk.stays) {
-        latest = {variant, model, speed, talk.text};
+        latest = {variant, model, speed.data(), talk.text};
     }
     return talk;
 }
@@ -192,14 +192,10 @@ void tellUnknownGroup(const Run& run, std::u16string_view inner) {
 }
 
 void sayCaptionedOrWhole(Run& run, const Groups& groups, TalkLine& talk) {
-    OpeningBrackets brackets(groups.inner, run.words);
-    for (std::size_t open = brackets.next(); open != kNone; open = brackets.next()) {
-        const auto caption = captionOf(groups.inner.substr(open + 1), run.words);
-        if (caption.has_value()) {
-            talk.sayWithCaption(trimScriptText(groups.inner.substr(0, open), run.words), *caption,
-                                groups.blocking);
-            return;
-        }
+    if (const auto group = findCaption(groups.inner, run.words)) {
+        talk.sayWithCaption(trimScriptText(groups.inner.substr(0, group->open), run.words),
+                            group->caption, groups.blocking);
+        return;
     }
     tellUnknownGroup(run, groups.inner);
     talk.say(groups.whole, groups.blocking);

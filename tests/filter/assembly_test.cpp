@@ -25,6 +25,11 @@ TEST(Assembly, ScannedState) {
     } rows[] = {
         {u"x", u"x", ""},
         {u"character:autogesture(name=A,switch=on)", u"x", "A"},
+        {u"character:autogesture(name=A,switch=onn)", u"", ""},
+        {u"character:autogesture(name=A,switch=on off)", u"", ""},
+        {u"character:autogesture(name=A,switch=on|)", u"", ""},
+        {u"character:autogesture(name=A,switch=)on)", u"", ""},
+        {u"character:autogesture(name=A,switch=on", u"", ""},
         {u"x character　: autogesture\t( name = B , switch = on ) |y", u"x", "B"},
         {u"character:autogesture(name=A,switch=on)|character:autogesture(name=B,switch=on)",
          u"character: autogesture(name=A, switch=off)", "B"},

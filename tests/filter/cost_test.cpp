@@ -141,6 +141,9 @@ TEST(Cost, GrowsWithTheLengthOfALine) {
         {u"Hi (caption: ", u"$2", u")"},
         {u"Hi", u"　", u"you)", {{u"kakko", u"　"}}},
         {u"（Hi", u"　", u"you)", {{u"kakko", u"　　"}}},
+        {u"Hi", u"　 ", u"you)", {{u"kakko", u"　"}}},
+        {u"Hi", u"( ", u"you)", {{u"space", u"("}}},
+        {u"(soundfile:x", u"　", u"y))", {{u"kakko_kakko", u"　"}}},
     };
     const std::u16string description =
         u"<staging>" + std::u16string(kTwoCharacters) + u"</staging>";
@@ -186,6 +189,22 @@ TEST(Cost, GrowsWithTheDescription) {
                    static_cast<double>(count);
         };
         EXPECT_LT(perItem(kMany), perItem(kFew) * kMostGrowth) << shown(row.element);
+    }
+}
+
+TEST(Cost, GrowsWithALineOfTheDescription) {
+    for (const std::u16string_view part :
+         {u"character:autogesture(name=A,switch=", u"camera:autoswitching(switch=on ", u"set:",
+          u"skipscript(switch=off"}) {
+        const auto perItem = [&](std::size_t count) {
+            std::u16string description = u"<staging><setting>";
+            for (std::size_t i = 0; i < count; ++i) {
+                description += part;
+            }
+            return static_cast<double>(workOf(u"(set: x)", description + u"</setting>")) /
+                   static_cast<double>(count);
+        };
+        EXPECT_LT(perItem(kMany), perItem(kFew) * kMostGrowthOfALine) << shown(part);
     }
 }
 

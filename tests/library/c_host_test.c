@@ -78,6 +78,27 @@ static void test_protocol(void) {
     CHECK(!delivers(script, description, INT32_MIN));
 }
 
+/* The result may take the script's place, from any unit of it on. */
+static void test_output_over_script(void) {
+    enum { ROOM = 20000 };
+    static const fil_char line[] = u"A: Good morning, and welcome to the evening news.\n";
+    static const fil_char description[] =
+        u"<staging><talk>say $2 $9</talk><model_for_char character='A' japanesename='j' "
+        u"englishname='e' default='no'>m</model_for_char></staging>";
+    static fil_char expected[ROOM];
+    static fil_char block[ROOM + 100];
+    for (size_t offset = 0; offset < 100; offset += 33) {
+        memset(block, 0, sizeof block);
+        for (size_t i = 0; i < 64; ++i) {
+            memcpy(block + 50 + i * (sizeof line / sizeof *line - 1), line, sizeof line);
+        }
+        const int32_t length = convert(block + 50, description, expected, ROOM);
+        CHECK(length > 64 * 50);
+        CHECK(convert(block + 50, description, block + offset, ROOM) == length);
+        CHECK(memcmp(block + offset, expected, ((size_t)length + 1) * sizeof *block) == 0);
+    }
+}
+
 static void test_null_texts(void) {
     static const fil_char empty[] = u"";
     const int32_t needed = convert(empty, empty, NULL, 0);
@@ -147,6 +168,7 @@ int main(int count, char** arguments) {
     }
     write_words(arguments[1], NULL);
     test_protocol();
+    test_output_over_script();
     test_null_texts();
     test_words(arguments[1]);
     test_repeated_calls();
