@@ -4,8 +4,9 @@
  *  1. Units: every text is zero-terminated UTF-16 in native byte order; sizes
  *     and lengths count UTF-16 units (two bytes each), never characters or
  *     bytes. Line numbers count from 1.
- *  2. Ownership: the caller owns the three texts and the buffer. The library
- *     keeps no pointer to them, and nothing of its own crosses the call.
+ *  2. Ownership: the caller owns the texts and the buffer. The library keeps no
+ *     pointer to them, and nothing of its own crosses the call. The buffer may
+ *     lie over the texts: it is written when they are not needed any more.
  *  3. Null: a null `script` or `description` is an empty text. A null `output`
  *     asks for the size.
  *  4. Threads: one call at a time in a process. The library starts no threads

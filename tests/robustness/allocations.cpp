@@ -84,3 +84,32 @@ void operator delete(void* block) noexcept {
 void operator delete(void* block, std::size_t) noexcept {
     operator delete(block);
 }
+
+// The other forms call these two unless a sanitizer brings its own.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size);
+}
+
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size);
+}
+
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    operator delete(block);
+}
+
+void operator delete[](void* block) noexcept {
+    operator delete(block);
+}
+
+void operator delete[](void* block, std::size_t) noexcept {
+    operator delete(block);
+}
+
+void operator delete[](void* block, const std::nothrow_t&) noexcept {
+    operator delete(block);
+}
