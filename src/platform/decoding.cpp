@@ -106,21 +106,6 @@ void U_CALLCONV writeDamaged(const void*, UConverterToUnicodeArgs* args, const c
     }
 }
 
-// The converter follows the hardware table in which three control characters
-// have changed places; files mean the ASCII ones.
-char16_t asciiControl(char16_t unit) {
-    switch (unit) {
-    case 0x1A:
-        return 0x7F;
-    case 0x1C:
-        return 0x1A;
-    case 0x7F:
-        return 0x1C;
-    default:
-        return unit;
-    }
-}
-
 // An installation of the converter library without Japanese tables still
 // leaves the ASCII part of the file readable.
 std::u16string decodeAscii(std::string_view bytes) {
@@ -153,6 +138,19 @@ std::u16string decodeCodePage932(std::string_view bytes) {
 }
 
 } // namespace
+
+char16_t asciiControl(char16_t unit) {
+    switch (unit) {
+    case 0x1A:
+        return 0x7F;
+    case 0x1C:
+        return 0x1A;
+    case 0x7F:
+        return 0x1C;
+    default:
+        return unit;
+    }
+}
 
 std::optional<std::u16string> decodeUtf8(std::string_view bytes) {
     std::u16string text = roomFor(bytes);

@@ -20,6 +20,11 @@ std::optional<std::u16string> decodeUtf8(std::string_view bytes);
 // surrogates of a UTF-16 file are kept.
 std::u16string decodeSettings(std::string_view bytes);
 
+// The control character that a file means by one of the code page 932 converter:
+// the converter follows a hardware table in which three of them have changed
+// places.
+char16_t asciiControl(char16_t unit);
+
 } // namespace tvml::platform
 
 #endif

@@ -183,21 +183,6 @@ std::size_t firstIllFormedUtf8(std::string_view bytes) {
     return start;
 }
 
-// The converter follows a hardware table in which three control characters
-// have changed places; files mean the ASCII ones.
-char16_t asciiControl(char16_t unit) {
-    switch (unit) {
-    case 0x1A:
-        return 0x7F;
-    case 0x1C:
-        return 0x1A;
-    case 0x7F:
-        return 0x1C;
-    default:
-        return unit;
-    }
-}
-
 // How many bytes the converter holds that it could not make a character of.
 std::size_t heldBytes(UConverter* converter) {
     std::array<char, 16> held;
