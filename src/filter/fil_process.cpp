@@ -1,6 +1,7 @@
 // The exported function. Entry: fil_process.
 #include "fil_process.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string_view>
@@ -25,11 +26,18 @@ std::u16string_view textOrEmpty(const char16_t* text) {
                            : std::u16string_view();
 }
 
-// A host may have the script replaced by the result.
-bool overlaps(std::u16string_view script, const char16_t* output, std::int32_t outputSize) {
+bool overlap(std::u16string_view a, std::u16string_view b) {
     const std::less<> before;
-    return output != nullptr && outputSize > 0 && before(output, script.data() + script.size()) &&
-           before(script.data(), output + outputSize);
+    return before(a.data(), b.data() + b.size()) && before(b.data(), a.data() + a.size());
+}
+
+// What a call writes at most: the host may say that the buffer is larger.
+std::u16string_view writtenPart(const char16_t* output, std::int32_t outputSize,
+                                std::size_t resultUnits) {
+    return output == nullptr || outputSize <= 0
+               ? std::u16string_view()
+               : std::u16string_view(
+                     output, std::min(static_cast<std::size_t>(outputSize), resultUnits + 1));
 }
 
 } // namespace
@@ -42,8 +50,8 @@ extern "C" std::int32_t fil_process(const char16_t* script, std::int32_t playFro
         tvml::ConversionRun run(process.words, process.settings, tvml::platform::system());
         const std::u16string_view text = textOrEmpty(script);
         tvml::TvmlScript result = run.convert({text, playFrom, playTo, textOrEmpty(description)});
-        if (overlaps(text, output, outputSize)) {
-            result.writeTalk();
+        if (overlap(text, writtenPart(output, outputSize, result.size()))) {
+            result.writeTalk(); // the result takes the place of the script
         }
         return tvml::deliver(result, output, outputSize);
     } catch (...) { // nothing may leave this function, whatever its type
