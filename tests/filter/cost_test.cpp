@@ -192,6 +192,19 @@ TEST(Cost, GrowsWithTheDescription) {
     }
 }
 
+// What a model says of a character is not looked at again with every line.
+TEST(Cost, OfTalkDoesNotDependOnTheModel) {
+    const std::u16string talk = lines(u"A: Hi")(kFew);
+    const auto costOfTalk = [&](std::size_t units) {
+        const std::u16string description =
+            u"<staging><talk>t</talk><model_for_char character='A' japanesename='j' "
+            u"englishname='e' default='no' speed='" +
+            std::u16string(units, u'1') + u"'>m</model_for_char></staging>";
+        return static_cast<double>(workOf(talk, description) - workOf(u"", description));
+    };
+    EXPECT_LT(costOfTalk(20'000), costOfTalk(20) * kMostGrowth);
+}
+
 TEST(Cost, GrowsWithALineOfTheDescription) {
     for (const std::u16string_view part :
          {u"character:autogesture(name=A,switch=", u"camera:autoswitching(switch=on ", u"set:",
