@@ -10,11 +10,7 @@
 #include <cstring>
 #include <new>
 
-#define WIN32_LEAN_AND_MEAN
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include "platform/windows_api.h"
 
 #include <shellapi.h>
 

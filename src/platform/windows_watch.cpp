@@ -9,11 +9,7 @@
 #include <filesystem>
 #include <utility>
 
-#define WIN32_LEAN_AND_MEAN
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include "platform/windows_api.h"
 
 namespace tvml::platform {
 namespace {
