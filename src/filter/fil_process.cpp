@@ -1,7 +1,6 @@
 // The exported function. Entry: fil_process.
 #include "fil_process.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string_view>
@@ -31,13 +30,13 @@ bool overlap(std::u16string_view a, std::u16string_view b) {
     return before(a.data(), b.data() + b.size()) && before(b.data(), a.data() + a.size());
 }
 
-// What a call writes at most: the host may say that the buffer is larger.
-std::u16string_view writtenPart(const char16_t* output, std::int32_t outputSize,
-                                std::size_t resultUnits) {
-    return output == nullptr || outputSize <= 0
-               ? std::u16string_view()
-               : std::u16string_view(
-                     output, std::min(static_cast<std::size_t>(outputSize), resultUnits + 1));
+// Where the result goes; empty when the buffer does not hold it. The host may
+// say that the buffer is larger than it is.
+std::u16string_view placeOf(std::size_t resultUnits, const char16_t* output,
+                            std::int32_t outputSize) {
+    const bool fits =
+        output != nullptr && std::int64_t{outputSize} > static_cast<std::int64_t>(resultUnits);
+    return fits ? std::u16string_view(output, resultUnits + 1) : std::u16string_view();
 }
 
 } // namespace
@@ -50,7 +49,7 @@ extern "C" std::int32_t fil_process(const char16_t* script, std::int32_t playFro
         tvml::ConversionRun run(process.words, process.settings, tvml::platform::system());
         const std::u16string_view text = textOrEmpty(script);
         tvml::TvmlScript result = run.convert({text, playFrom, playTo, textOrEmpty(description)});
-        if (overlap(text, writtenPart(output, outputSize, result.size()))) {
+        if (overlap(text, placeOf(result.size(), output, outputSize))) {
             result.writeTalk(); // the result takes the place of the script
         }
         return tvml::deliver(result, output, outputSize);
