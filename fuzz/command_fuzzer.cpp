@@ -11,25 +11,23 @@ using namespace tvml;
 
 constexpr std::u16string_view kEnglishPose = u"pose";
 
-bool takes(const CommandRow& row, const Word& word, std::u16string_view head) {
+bool takes(const CommandSpec& row, const Word& word, std::u16string_view head) {
     const std::size_t at = word.findIn(head);
-    const std::size_t letters = row.match == Match::letter       ? 1
-                                : row.match == Match::twoLetters ? 2
-                                                                 : 0;
+    const std::size_t letters = lettersBefore(row.match);
     return row.match == Match::equals   ? word.equals(head)
            : row.match == Match::number ? at != kNone
                                         : at == letters;
 }
 
 // Without an index: the first row of the table.
-const CommandRow* rowOf(std::u16string_view phrase, const KeywordTable& words) {
+const CommandSpec* rowOf(std::u16string_view phrase, const KeywordTable& words) {
     const std::size_t end = findSeparator(phrase, words);
     const auto head = end == kNone ? phrase : trimScriptText(phrase.substr(0, end), words);
-    const auto found = std::ranges::find_if(kCommandRows, [&](const CommandRow& row) {
+    const auto found = std::ranges::find_if(kCommands, [&](const CommandSpec& row) {
         return std::ranges::any_of(
             row.words, [&](const RowWord& word) { return takes(row, words[word.key], head); });
     });
-    return found == kCommandRows.end() ? nullptr : &*found;
+    return found == kCommands.end() ? nullptr : &*found;
 }
 
 void checkRecognition(const std::u16string& given, const TextMap& poses,
@@ -38,7 +36,7 @@ void checkRecognition(const std::u16string& given, const TextMap& poses,
     const Recognition recognition = recognizeCommand(phrase, words, poses, CommandIndex(words));
     FUZZ_CHECK(recognition.row == rowOf(given, words));
     using enum Recognition::Outcome;
-    FUZZ_CHECK(recognition.outcome == row    ? phrase.starts_with(recognition.row->canonical)
+    FUZZ_CHECK(recognition.outcome == row    ? phrase.starts_with(recognition.row->name)
                : recognition.outcome == pose ? phrase.starts_with(kEnglishPose)
                                              : phrase == given);
     FUZZ_CHECK(phrase.size() <= given.size() + 40); // the longest canonical name

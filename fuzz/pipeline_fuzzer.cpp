@@ -6,6 +6,7 @@
 #include "filter/conversion_run.h"
 #include "filter/delivery.h"
 #include "fuzz_input.h"
+#include "run/ini_files.h"
 
 namespace {
 
@@ -15,11 +16,17 @@ constexpr std::u16string_view kHeader = u"//! TVML Version 3.0\n";
 constexpr char16_t kCanary = 0xDEAD;
 
 // Counts the work of a run: whatever is written comes from a chosen template.
-class WorkReport final : public ConversionReport {
+class WorkReport final : public RunListener {
 public:
-    void templateChosen(std::u16string_view, std::size_t) override { ++templates; }
-    void lineStarted(std::int32_t, std::u16string_view) override { ++lines; }
-    void problem(ScriptProblem, std::u16string_view, std::u16string_view) override { ++problems; }
+    void lineConverted(const ScriptLine& line, const LineOutcome& outcome) override {
+        ++lines;
+        templates += outcome.templates.size();
+        problems += line.problems.size() + outcome.problems.size();
+        for (const LineProblem& problem : line.problems) {
+            const auto place = line.placeOf(problem.where);
+            FUZZ_CHECK(!place.has_value() || place->start + place->units <= line.text.size());
+        }
+    }
 
     std::size_t templates = 0;
     std::size_t lines = 0;
@@ -45,8 +52,6 @@ void checkDelivery(const TvmlScript& script) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static XmlLibrary library;
-    library.hold();
     std::string_view input = fuzz::inputOf(data, size);
     const std::u16string script = fuzz::unitsOf(fuzz::takeField(input));
     const std::u16string description = fuzz::unitsOf(fuzz::takeField(input));
@@ -56,14 +61,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::int32_t playTo = std::atoi(std::string(input).c_str());
     const ConversionRequest request{script, playFrom, playTo, description};
 
-    KeywordTable words;
-    TvmlIniMirvol settings(platform);
+    IniFiles files(platform);
+    files.load();
     WorkReport report;
     try {
-        ConversionRun run(words, settings, platform);
+        ConversionRun run(files.words, files.settings, platform);
         const TvmlScript result = run.convert(request);
         checkDelivery(result);
-        ConversionRun toldRun(words, settings, platform, &report);
+        const Listeners listeners{&report};
+        ConversionRun toldRun(files.words, files.settings, platform, &listeners);
         const TvmlScript told = toldRun.convert(request);
         FUZZ_CHECK(result.text() == told.text());
     } catch (const std::length_error&) {

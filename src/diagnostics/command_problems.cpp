@@ -5,87 +5,64 @@
 #include <array>
 
 #include "diagnostics/suggestions.h"
-#include "generation/command_names.h"
 #include "reading/script_text.h"
 
 namespace tvml {
 namespace {
 
-// clang-format off
-// What a command needs that is not always there.
-struct ConditionRow {
-    std::u16string_view command;
-    std::u16string_view lacking;
-};
-constexpr std::array<ConditionRow, 14> kConditions{{
-    {u"hide picture",       u"no sub picture is on screen"},
-    {u"hide bg picture",    u"no background picture is on screen"},
-    {u"hide right picture", u"no right picture is on screen"},
-    {u"hide left picture",  u"no left picture is on screen"},
-    {u"back to studio",     u"no main picture is on screen"},
-    {u"left super off",     u"no left super is on screen"},
-    {u"right super off",    u"no right super is on screen"},
-    {u"upshot",             u"only a programme of one character has it; name the character"},
-    {u"trackshot",          u"only a programme of one character has it; name the character"},
-    {u"twoshot",            u"only a programme of two characters has it; name the two"},
-    {u"twoshot of ",        u"the programme has one character"},
-    {u"look at fellow",     u"only a programme of two characters has it; name the other one"},
-    {u"look at ",           u"the programme has one character"},
-    {u"look at picture",    u"no sub picture was shown, so the character just waits"},
-}};
-
-// Commands that are followed by a number and its unit.
-struct CountRow {
-    std::u16string_view command;
-    std::u16string_view unit;
-};
-constexpr std::array<CountRow, 3> kCounts{{
-    {u"walk ", u"step"}, {u"turn ", u"degree"}, {u"wait ", u"second"},
-}};
-
-// Shots that are recognised but that no command carries out.
-constexpr std::array<std::u16string_view, 3> kUntakenShots{
-    u"bustshot of ", u"waistshot of ", u"fullshot of "};
-// clang-format on
-
-// The rows whose names stand alone in no command line: voices have a command in
-// front of them.
-constexpr bool isVoiceRow(std::size_t row) {
-    return row >= 82 && row < 109;
-}
-static_assert(kCommandRows[82].canonical == u"man_ja");
-static_assert(kCommandRows[108].canonical == u"littlekid");
-
-bool holds(std::span<const std::u16string_view> names, std::u16string_view canonical) {
-    return std::find(names.begin(), names.end(), canonical) != names.end();
+// What a command lacks that needs a condition; empty for those that need none.
+constexpr std::u16string_view lackingText(Condition condition) {
+    switch (condition) {
+    case Condition::always:
+        return {};
+    case Condition::subImageShown:
+        return u"no sub picture is on screen";
+    case Condition::bgImageShown:
+        return u"no background picture is on screen";
+    case Condition::rightImageShown:
+        return u"no right picture is on screen";
+    case Condition::leftImageShown:
+        return u"no left picture is on screen";
+    case Condition::mainImageShown:
+        return u"no main picture is on screen";
+    case Condition::leftSuperShown:
+        return u"no left super is on screen";
+    case Condition::rightSuperShown:
+        return u"no right super is on screen";
+    case Condition::oneCharacter:
+        return u"only a programme of one character has it; name the character";
+    case Condition::twoCharacters:
+        return u"only a programme of two characters has it; name whom you mean";
+    case Condition::severalCharacters:
+        return u"the programme has one character";
+    case Condition::subImageBefore:
+        return u"no sub picture was shown, so the character just waits";
+    }
+    return {};
 }
 
-const std::vector<std::u16string_view>& studioNames() {
-    static const std::vector<std::u16string_view> kNames = stagingCommandNames();
-    return kNames;
+constexpr bool everyConditionHasItsText() {
+    for (std::size_t i = 1; i < kConditionCount; ++i) {
+        if (lackingText(static_cast<Condition>(i)).empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(everyConditionHasItsText());
+
+bool isOfCharacter(const CommandSpec& row) {
+    return row.taker == Taker::character || row.taker == Taker::setting;
 }
 
-const std::vector<std::u16string_view>& characterNames() {
-    static const std::vector<std::u16string_view> kNames = characterCommandNames();
-    return kNames;
-}
-
-bool isStudioName(std::u16string_view canonical) {
-    return holds(studioNames(), canonical);
-}
-
-bool isCharacterName(std::u16string_view canonical) {
-    return holds(characterNames(), canonical);
-}
-
-// The longest English name that begins `phrase`, or nothing.
-std::u16string_view nameStarting(std::u16string_view phrase) {
-    std::u16string_view longest;
-    for (const auto* names : {&studioNames(), &characterNames()}) {
-        for (const std::u16string_view name : *names) {
-            if (phrase.starts_with(name) && name.size() > longest.size()) {
-                longest = name;
-            }
+// The row with the longest name that begins `phrase`, or null.
+const CommandSpec* rowStarting(std::u16string_view phrase) {
+    const CommandSpec* longest = nullptr;
+    for (const CommandSpec& row : kCommands) {
+        const bool acts = row.action != Action::ignore;
+        if (acts && phrase.starts_with(row.name) &&
+            (longest == nullptr || row.name.size() > longest->name.size())) {
+            longest = &row;
         }
     }
     return longest;
@@ -97,10 +74,6 @@ std::u16string_view headOf(std::u16string_view inner, const KeywordTable& words)
     const std::size_t end =
         std::min({findSeparator(inner, words), inner.find(u':'), colonWord.findUnitsIn(inner)});
     return trimScriptText(inner.substr(0, end), words);
-}
-
-std::optional<LinePart> partIn(const LineFacts& facts, std::u16string_view part) {
-    return LinePart{static_cast<std::size_t>(part.data() - facts.line.data()), part.size()};
 }
 
 // Whether the head is the whole word of its row, so that nobody could have
@@ -123,55 +96,56 @@ bool isWholeWord(const Recognition& recognition, std::u16string_view head,
     return false;
 }
 
-CommandOwner ownerOf(std::u16string_view canonical) {
-    return isStudioName(canonical)      ? CommandOwner::studio
-           : isCharacterName(canonical) ? CommandOwner::character
-                                        : CommandOwner::none;
+CommandOwner ownerOf(const CommandSpec* row) {
+    return row == nullptr                 ? CommandOwner::none
+           : row->taker == Taker::staging ? CommandOwner::studio
+           : isOfCharacter(*row)          ? CommandOwner::character
+                                          : CommandOwner::none;
 }
 
 // ---- suggestions
 
 // "look at B" for a phrase about B, "walk 3 steps" for one with a 3.
-std::u16string spelledOut(std::u16string_view name, std::u16string_view phrase) {
-    std::u16string text(name);
-    if (!name.ends_with(u' ')) {
+std::u16string spelledOut(const CommandSpec& row, std::u16string_view phrase) {
+    std::u16string text(row.name);
+    if (!row.name.ends_with(u' ')) {
         return text;
     }
-    for (const CountRow& row : kCounts) {
-        if (row.command == name) {
-            const std::size_t digit = phrase.find_first_of(u"0123456789");
-            const std::u16string_view rest = dropUnits(phrase, std::min(digit, phrase.size()));
-            const std::u16string_view number =
-                rest.substr(0, rest.find_first_not_of(u"0123456789."));
-            text.append(number.empty() ? u"2" : number);
-            return text.append(u" ").append(row.unit).append(u"s");
-        }
+    const std::u16string_view unit = unitOf(row.arguments);
+    if (!unit.empty()) {
+        const std::size_t digit = phrase.find_first_of(u"0123456789");
+        const std::u16string_view rest = dropUnits(phrase, std::min(digit, phrase.size()));
+        const std::u16string_view number = rest.substr(0, rest.find_first_not_of(u"0123456789."));
+        text.append(number.empty() ? u"2" : number);
+        return text.append(u" ").append(unit).append(u"s");
     }
     const std::size_t blank = phrase.rfind(u' ');
     const std::u16string_view last = phrase.substr(blank == kNone ? 0 : blank + 1);
-    const std::u16string_view letters = name == u"twoshot of " ? u"AB" : u"A";
+    const std::u16string_view letters = row.arguments == Arguments::letterPair ? u"AB" : u"A";
     return text.append(last.size() == letters.size() ? last : letters);
+}
+
+// Commands that a line can give, those of the studio only without a speaker.
+bool isOffered(const CommandSpec& row, bool withStudio) {
+    return isOfCharacter(row) || (withStudio && row.taker == Taker::staging);
 }
 
 void offerEnglish(const ScriptChecks& checks, std::u16string_view head, bool withStudio,
                   ClosestNames& closest) {
-    for (const std::u16string_view name : characterNames()) {
-        closest.offer(spelledOut(name, head));
-    }
-    if (withStudio) {
-        for (const std::u16string_view name : studioNames()) {
-            closest.offer(spelledOut(name, head));
+    for (const CommandSpec& row : kCommands) {
+        if (isOffered(row, withStudio)) {
+            closest.offer(spelledOut(row, head));
         }
     }
-    for (const auto& [japanese, english] : checks.staging->poseNames) {
+    for (const auto& [japanese, english] : checks.staging.poseNames) {
         closest.offer(english);
     }
 }
 
 // A row's word with the letters or the number of the head before it.
-std::u16string rowText(const CommandRow& row, std::u16string_view word, std::u16string_view head,
+std::u16string rowText(const CommandSpec& row, std::u16string_view word, std::u16string_view head,
                        const KeywordTable& words) {
-    std::size_t units = row.match == Match::letter ? 1 : row.match == Match::twoLetters ? 2 : 0;
+    std::size_t units = lettersBefore(row.match);
     if (row.match == Match::number) {
         while (units < head.size() && !parseNumber(head.substr(0, units + 1), words).empty()) {
             ++units;
@@ -188,28 +162,26 @@ std::u16string rowText(const CommandRow& row, std::u16string_view word, std::u16
 
 void offerWords(const ScriptChecks& checks, std::u16string_view head, bool withStudio,
                 ClosestNames& closest) {
-    for (std::size_t i = 0; i < kCommandRows.size(); ++i) {
-        const CommandRow& row = kCommandRows[i];
-        if (isVoiceRow(i) || holds(kUntakenShots, row.canonical) ||
-            (!withStudio && isStudioName(row.canonical))) {
+    for (const CommandSpec& row : kCommands) {
+        if (!isOffered(row, withStudio)) {
             continue;
         }
         for (const RowWord& word : row.words) {
             closest.offer(rowText(row, checks.words[word.key].textOrEmpty(), head, checks.words));
         }
     }
-    for (const auto& [japanese, english] : checks.staging->poseNames) {
+    for (const auto& [japanese, english] : checks.staging.poseNames) {
         closest.offer(japanese);
     }
 }
 
-std::vector<std::u16string> closestCommands(ScriptChecks& checks, const LineFacts& facts,
+std::vector<std::u16string> closestCommands(ScriptChecks& checks, const CheckedLine& checked,
                                             std::u16string_view head) {
     if (--checks.suggestionsLeft < 0) {
         return {};
     }
     ClosestNames closest(head);
-    const bool withStudio = facts.speaker == 0;
+    const bool withStudio = checked.speaker() == 0;
     if (looksEnglish(head)) {
         offerEnglish(checks, head, withStudio, closest);
     } else {
@@ -245,16 +217,15 @@ std::vector<std::u16string> closestModels(const ScriptChecks& checks, char16_t l
         const auto models = table.find(letter);
         return models == table.end() ? &kNoModels : &models->second;
     };
-    return closestKeys<ModelsByName>(given, {modelsIn(checks.staging->modelsByJapaneseName),
-                                             modelsIn(checks.staging->modelsByEnglishName)});
+    return closestKeys<ModelsByName>(given, {modelsIn(checks.staging.modelsByJapaneseName),
+                                             modelsIn(checks.staging.modelsByEnglishName)});
 }
 
 std::vector<std::u16string> closestVoices(const ScriptChecks& checks, std::u16string_view given) {
     ClosestNames closest(given);
-    for (std::size_t i = 0; i < kCommandRows.size(); ++i) {
-        if (isVoiceRow(i)) {
-            const CommandRow& row = kCommandRows[i];
-            closest.offer(looksEnglish(given) ? row.canonical
+    for (const CommandSpec& row : kCommands) {
+        if (row.taker == Taker::voice) {
+            closest.offer(looksEnglish(given) ? row.name
                                               : checks.words[row.words.begin()->key].textOrEmpty());
         }
     }
@@ -263,84 +234,65 @@ std::vector<std::u16string> closestVoices(const ScriptChecks& checks, std::u16st
 
 // ---- reasons
 
-const Told* findTold(const LineFacts& facts, ScriptProblem what) {
-    const auto found = std::find_if(facts.told.begin(), facts.told.end(),
-                                    [what](const Told& told) { return told.what == what; });
-    return found == facts.told.end() ? nullptr : &*found;
-}
-
-void tellCondition(ScriptChecks& checks, const LineFacts& facts, const Told& told) {
-    for (const ConditionRow& row : kConditions) {
-        if (row.command == told.detail) {
-            const std::u16string_view head = headOf(facts.inner, checks.words);
-            checks.add("S112", facts, partIn(facts, head), {head, row.lacking});
-        }
-    }
+void tellCondition(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
+    const std::u16string_view head = headOf(checked.line.command()->inner, checks.words);
+    // A command that took its line all the same only waits for what it needs.
+    const Condition lacking =
+        checked.line.command()->taken ? Condition::subImageBefore : told.command->condition;
+    checks.addAt("S112", checked, head, {head, lackingText(lacking)});
 }
 
 bool isLatin(char16_t unit) {
     return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
 
-// The word of a line that begins with the letter at `part`: "look at screen" has
-// one that nobody meant as a letter. `part` becomes that of the word.
-std::u16string_view wholeWord(const LineFacts& facts, std::optional<LinePart>& part,
+// The word of a line that begins with the letter at `place`: "look at screen" has
+// one that nobody meant as a letter. `place` becomes that of the word.
+std::u16string_view wholeWord(std::u16string_view line, std::optional<LinePlace>& place,
                               std::u16string_view letter) {
-    if (!part.has_value() || letter.size() != 1 || !isLatin(letter.front())) {
+    if (!place.has_value() || letter.size() != 1 || !isLatin(letter.front())) {
         return letter;
     }
-    while (part->start + part->units < facts.line.size() &&
-           isLatin(facts.line[part->start + part->units])) {
-        ++part->units;
+    while (place->start + place->units < line.size() &&
+           isLatin(line[place->start + place->units])) {
+        ++place->units;
     }
-    return facts.line.substr(part->start, part->units);
+    return line.substr(place->start, place->units);
 }
 
-void tellReplacedLetter(ScriptChecks& checks, const LineFacts& facts, const Told& told) {
-    // A pair of one letter may have become one by a replacement; that is told.
-    const auto alsoTold = [&](bool pair) {
-        return std::any_of(facts.told.begin(), facts.told.end(), [pair](const Told& other) {
-            return other.what == ScriptProblem::letterReplaced && other.detail.empty() != pair;
-        });
-    };
-    if (told.detail.empty()) {
-        std::optional<LinePart> part = told.part;
-        const std::u16string_view written = wholeWord(facts, part, told.where);
-        checks.add("S109", facts, part,
-                   {written, checks.characters(), alsoTold(true) ? u"A and B are" : u"A is"});
-    } else if (!alsoTold(false)) {
-        checks.add("S131", facts, told.part, {told.where});
+void tellReplacedLetter(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
+    std::optional<LinePlace> place = checked.line.placeOf(told.where);
+    const std::u16string_view written = wholeWord(checked.line.text, place, told.where);
+    const bool pair = checked.line.hasProblem(ScriptProblem::pairReplaced);
+    checks.add("S109", checked, place,
+               {written, checks.characters(), pair ? u"A and B are" : u"A is"});
+}
+
+// A pair of one letter may have become one by a replacement; that is told.
+void tellReplacedPair(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
+    if (!checked.line.hasProblem(ScriptProblem::letterReplaced)) {
+        checks.addAt("S131", checked, told.where, {told.where});
     }
 }
 
-void tellNumber(ScriptChecks& checks, const LineFacts& facts, const Told& told) {
-    const bool isNumber = !parseNumber(told.where, checks.words).empty();
-    for (const CountRow& row : kCounts) {
-        // A sound number that ends the command lacks its unit.
-        if (isNumber && told.part.has_value() && told.where.front() != u'-' &&
-            facts.inner.ends_with(told.where) && facts.inner.starts_with(row.command)) {
-            checks.add("S107", facts, told.part, {row.unit});
-            return;
-        }
-    }
-    checks.add("S106", facts, told.part, {told.where});
-}
-
-std::optional<LinePart> firstUnit(std::optional<LinePart> part) {
-    if (part.has_value()) {
-        part->units = std::min<std::size_t>(part->units, 1);
-    }
-    return part;
+void tellNumber(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
+    const std::u16string_view number = told.where;
+    // A sound number that ends the command lacks its unit.
+    const bool isNumber = !parseNumber(number, checks.words).empty() && number.front() != u'-' &&
+                          checked.line.command()->inner.ends_with(number);
+    checks.addAt(isNumber ? Code("S107") : Code("S106"), checked, number,
+                 {isNumber ? told.detail : number});
 }
 
 // The first empty item in a list of adverbs, with the separator that ends it.
-std::optional<LinePart> emptyItem(const LineFacts& facts, std::optional<LinePart> list,
-                                  const KeywordTable& words) {
-    if (!list.has_value()) {
-        return list;
+std::optional<LinePlace> emptyItem(const CheckedLine& checked, std::u16string_view list,
+                                   const KeywordTable& words) {
+    const std::optional<LinePlace> place = checked.line.placeOf(list);
+    if (!place.has_value()) {
+        return place;
     }
-    std::u16string_view rest = facts.line.substr(list->start, list->units);
-    LinePart item{list->start, 0};
+    std::u16string_view rest = checked.line.text.substr(place->start, place->units);
+    LinePlace item{place->start, 0};
     for (;;) {
         const std::size_t end = std::min(findSeparator(rest, words), rest.size());
         item.units = end < rest.size() ? 1 : 0;
@@ -354,129 +306,128 @@ std::optional<LinePart> emptyItem(const LineFacts& facts, std::optional<LinePart
 }
 
 // "speak slowly" has the name of a command in front, but means another one.
-bool isTailOfWord(const LineFacts& facts, const Told& told) {
-    return told.part.has_value() && told.part->start > 0 && !told.where.empty() &&
-           isLatin(told.where.front()) && isLatin(facts.line[told.part->start - 1]);
+bool isTailOfWord(const ScriptLine& line, std::u16string_view where) {
+    const std::optional<LinePlace> place = line.placeOf(where);
+    return place.has_value() && place->start > 0 && !where.empty() && isLatin(where.front()) &&
+           isLatin(line.text[place->start - 1]);
 }
 
 // One reason for which a command was not carried out. False for what says
 // nothing by itself.
-bool tellReason(ScriptChecks& checks, const LineFacts& facts, const Told& told) {
+bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
     using enum ScriptProblem;
+    const std::u16string_view where = told.where;
     switch (told.what) {
     case adverbUnknown:
-        checks.add("S102", facts, told.part, {told.where}).suggestions =
-            closestAdverbs(checks, told.where);
+        checks.addAt("S102", checked, where, {where}).suggestions = closestAdverbs(checks, where);
         return true;
     case adverbMissing:
-        checks.add("S103", facts, emptyItem(facts, told.part, checks.words));
+        checks.add("S103", checked, emptyItem(checked, where, checks.words));
         return true;
     case separatorMissing:
-        if (isTailOfWord(facts, told)) {
+        if (isTailOfWord(checked.line, where)) {
             return false;
         }
-        checks.add("S104", facts, told.part, {told.where}).suggestions =
-            closestAdverbs(checks, told.where);
+        checks.addAt("S104", checked, where, {where}).suggestions = closestAdverbs(checks, where);
         return true;
     case colonMissing:
-        checks.add("S105", facts, firstUnit(told.part));
+        checks.addAt("S105", checked, where.substr(0, 1));
         return true;
     case numberInvalid:
-        tellNumber(checks, facts, told);
+        tellNumber(checks, checked, told);
+        return true;
+    case numberMissing:
+        checks.addAt("S106", checked, where, {where});
         return true;
     case unitMissing:
-        checks.add("S107", facts, told.part, {told.detail});
+        checks.addAt("S107", checked, where, {told.detail});
         return true;
     case letterInvalid:
-        checks.add("S108", facts, told.part, {told.where});
+        checks.addAt("S108", checked, where, {where});
         return true;
     case letterReplaced:
-        tellReplacedLetter(checks, facts, told);
+        tellReplacedLetter(checks, checked, told);
+        return true;
+    case pairReplaced:
+        tellReplacedPair(checks, checked, told);
         return true;
     case looksAtItself:
-        checks.add("S111", facts, told.part);
+        checks.addAt("S111", checked, where);
         return true;
     case modelMissing:
-        tellModelless(checks, facts, told);
+        tellModelless(checks, checked, told);
         return true;
     case setUnknown:
-        checks.add("S114", facts, told.part, {told.where}).suggestions = closestKeys<TextMap>(
-            told.where, {&checks.staging->setFiles, &checks.staging->setEnglishFiles});
+        checks.addAt("S114", checked, where, {where}).suggestions = closestKeys<TextMap>(
+            where, {&checks.staging.setFiles, &checks.staging.setEnglishFiles});
         return true;
-    case modelUnknown: {
-        const char16_t letter = facts.speaker != 0 ? facts.speaker : u'A';
-        checks.add("S115", facts, told.part, {told.where, letterText(letter)}).suggestions =
-            closestModels(checks, letter, told.where);
+    case modelUnknown:
+        checks.addAt("S115", checked, where, {where, letterText(checked.line.actor())})
+            .suggestions = closestModels(checks, checked.line.actor(), where);
         return true;
-    }
     case voiceUnknown:
-        checks.add("S116", facts, told.part, {told.where}).suggestions =
-            closestVoices(checks, told.where);
+        checks.addAt("S116", checked, where, {where}).suggestions = closestVoices(checks, where);
         return true;
-    case commandRejected:
-        checks.add("S130", facts, told.part, {told.where});
+    case argumentsRefused:
+        checks.addAt("S130", checked, where, {where});
         return true;
     default:
         return false;
     }
 }
 
-bool toldBefore(const LineFacts& facts, const Told& told) {
-    for (const Told& earlier : facts.told) {
-        if (&earlier == &told) {
-            return false;
-        }
-        if (earlier.what == told.what && earlier.where == told.where) {
-            return true;
-        }
-    }
-    return false;
+// The same may be found as a command of the studio and of a character.
+bool toldBefore(const ScriptLine& line, const LineProblem& told) {
+    return std::any_of(line.problems.data(), &told, [&](const LineProblem& earlier) {
+        return earlier.what == told.what && earlier.where == told.where;
+    });
 }
 
-bool tellReasons(ScriptChecks& checks, const LineFacts& facts) {
+bool tellReasons(ScriptChecks& checks, const CheckedLine& checked) {
     // What stands where a colon is missing is no adverb, but nobody meant one.
-    const bool isNamed = findTold(facts, ScriptProblem::colonMissing) != nullptr;
+    const bool isNamed = checked.line.hasProblem(ScriptProblem::colonMissing);
     bool any = false;
-    for (const Told& told : facts.told) {
+    for (const LineProblem& told : checked.line.problems) {
         const bool isAdverbs =
             told.what == ScriptProblem::adverbUnknown || told.what == ScriptProblem::adverbMissing;
-        any = (!toldBefore(facts, told) && !(isNamed && isAdverbs) &&
-               tellReason(checks, facts, told)) ||
+        any = (!toldBefore(checked.line, told) && !(isNamed && isAdverbs) &&
+               tellReason(checks, checked, told)) ||
               any;
     }
     return any;
 }
 
 // Shots that nobody takes, and commands of the studio behind a speaker.
-bool tellUntaken(ScriptChecks& checks, const LineFacts& facts, std::u16string_view phrase) {
-    const std::u16string_view head = headOf(facts.inner, checks.words);
-    for (const std::u16string_view shot : kUntakenShots) {
-        if (phrase.starts_with(shot)) {
-            checks.add("S128", facts, partIn(facts, head), {head});
-            return true;
-        }
+bool tellUntaken(ScriptChecks& checks, const CheckedLine& checked) {
+    const RecognizedCommand& command = *checked.line.command();
+    const std::u16string_view head = headOf(command.inner, checks.words);
+    const bool isNobodys = std::ranges::any_of(kCommands, [&](const CommandSpec& row) {
+        return row.taker == Taker::nobody && command.phrase.starts_with(row.name);
+    });
+    const CommandSpec* row = rowStarting(command.phrase);
+    if (isNobodys) {
+        checks.addAt("S128", checked, head, {head});
+    } else if (checked.speaker() != 0 && row != nullptr && row->taker == Taker::staging) {
+        checks.addAt("S129", checked, head, {head});
+    } else {
+        return false;
     }
-    const std::u16string_view name = nameStarting(phrase);
-    if (facts.speaker != 0 && !name.empty() && isStudioName(name) && !isCharacterName(name)) {
-        checks.add("S129", facts, partIn(facts, head), {head});
-        return true;
-    }
-    return false;
+    return true;
 }
 
 // What a row found in front of its word and cannot use.
-bool tellRecognition(ScriptChecks& checks, const LineFacts& facts) {
+bool tellRecognition(ScriptChecks& checks, const CheckedLine& checked) {
     using Outcome = Recognition::Outcome;
-    const Recognition& recognition = facts.recognition;
+    const RecognizedCommand& command = *checked.line.command();
+    const Recognition& recognition = command.recognition;
     if (recognition.outcome != Outcome::noLetter && recognition.outcome != Outcome::noNumber) {
         return false;
     }
-    const std::u16string_view head = headOf(facts.inner, checks.words);
-    const std::u16string_view before =
-        head.substr(0, checks.words[recognition.word->key].findIn(head));
+    const std::u16string_view head = headOf(command.inner, checks.words);
+    const std::u16string_view before = head.substr(0, recognition.position);
     const std::u16string_view shown = before.empty() ? head : before;
-    checks.add(recognition.outcome == Outcome::noLetter ? Code("S108") : Code("S106"), facts,
-               partIn(facts, shown), {shown});
+    checks.addAt(recognition.outcome == Outcome::noLetter ? Code("S108") : Code("S106"), checked,
+                 shown, {shown});
     return true;
 }
 
@@ -485,7 +436,8 @@ bool isAdverb(const ScriptChecks& checks, std::u16string_view text) {
 }
 
 // "bow" and "slow" written together, in either order.
-bool tellMissingSeparator(ScriptChecks& checks, const LineFacts& facts, std::u16string_view head) {
+bool tellMissingSeparator(ScriptChecks& checks, const CheckedLine& checked,
+                          std::u16string_view head) {
     const KeywordTable& words = checks.words;
     for (std::size_t cut = std::min(head.size(), ClosestNames::kLongestGiven); cut-- > 1;) {
         const std::u16string_view left = trimScriptText(head.substr(0, cut), words);
@@ -498,7 +450,7 @@ bool tellMissingSeparator(ScriptChecks& checks, const LineFacts& facts, std::u16
             std::u16string meant(adverbLast ? left : right);
             meant.append(looksEnglish(head) ? u", " : words[u"touten2"].textOrEmpty());
             meant.append(adverbLast ? right : left);
-            checks.add("S104", facts, partIn(facts, right), {right}).suggestions = {meant};
+            checks.addAt("S104", checked, right, {right}).suggestions = {meant};
             return true;
         }
     }
@@ -506,12 +458,12 @@ bool tellMissingSeparator(ScriptChecks& checks, const LineFacts& facts, std::u16
 }
 
 // A pose that the description has for other characters only.
-bool tellForeignPose(ScriptChecks& checks, const LineFacts& facts, std::u16string_view head) {
-    const StagingDescription& staging = *checks.staging;
+bool tellForeignPose(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view head) {
+    const StagingDescription& staging = checks.staging;
     const auto name = staging.poseNames.find(head);
     const auto pose =
         staging.poseTemplates.find(name == staging.poseNames.end() ? head : name->second);
-    const char16_t letter = facts.speaker != 0 ? facts.speaker : u'A';
+    const char16_t letter = checked.line.actor();
     if (pose == staging.poseTemplates.end() || pose->second.contains(letter) ||
         pose->second.contains(sharedKey)) {
         return false;
@@ -520,46 +472,47 @@ bool tellForeignPose(ScriptChecks& checks, const LineFacts& facts, std::u16strin
     for (const auto& [owner, text] : pose->second) {
         owners.append(owners.empty() ? u"" : u", ").append(letterText(owner));
     }
-    checks.add("S139", facts, partIn(facts, head), {head, owners, letterText(letter)});
+    checks.addAt("S139", checked, head, {head, owners, letterText(letter)});
     return true;
 }
 
 // "（ＢＧＭ：x.wav）" and "（Ａ：お辞儀）": right words in the wrong place.
-bool tellMisplaced(ScriptChecks& checks, const LineFacts& facts) {
+bool tellMisplaced(ScriptChecks& checks, const CheckedLine& checked) {
     const KeywordTable& words = checks.words;
-    const std::u16string_view tag = tagName(checks, facts.inner);
+    const std::u16string_view inner = checked.line.command()->inner;
+    const std::u16string_view tag = tagName(checks, inner);
     if (!tag.empty()) {
-        checks.add("S140", facts, partIn(facts, tag), {tag});
+        checks.addAt("S140", checked, tag, {tag});
         return true;
     }
-    std::u16string_view inner = trimScriptText(facts.inner, words);
     const std::u16string_view speaker = inner.substr(0, 1);
     const std::u16string_view rest = speaker.empty() ? speaker : dropAndTrim(inner, 1, words);
     if (characterLetterOf(speaker, words).empty() || !startsWithColon(rest, words) ||
         commandOwner(checks, dropUnits(rest, 1)) == CommandOwner::none) {
         return false;
     }
-    checks.add("S141", facts, partIn(facts, speaker), {speaker});
+    checks.addAt("S141", checked, speaker, {speaker});
     return true;
 }
 
 // A command with something behind it that is no list of adverbs.
-bool tellSurplus(ScriptChecks& checks, const LineFacts& facts, std::u16string_view head) {
-    const auto start = static_cast<std::size_t>(head.data() - facts.inner.data()) + head.size();
-    const std::u16string_view rest = trimScriptText(dropUnits(facts.inner, start), checks.words);
+bool tellSurplus(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view head) {
+    const std::u16string_view inner = checked.line.command()->inner;
+    const auto start = static_cast<std::size_t>(head.data() - inner.data()) + head.size();
+    const std::u16string_view rest = trimScriptText(dropUnits(inner, start), checks.words);
     if (rest.empty() || commandOwner(checks, head) == CommandOwner::none) {
         return false;
     }
-    checks.add("S130", facts, partIn(facts, rest), {rest});
+    checks.addAt("S130", checked, rest, {rest});
     return true;
 }
 
-void tellUnknown(ScriptChecks& checks, const LineFacts& facts) {
-    const std::u16string_view head = headOf(facts.inner, checks.words);
-    if (!tellForeignPose(checks, facts, head) && !tellMisplaced(checks, facts) &&
-        !tellMissingSeparator(checks, facts, head) && !tellSurplus(checks, facts, head)) {
-        checks.add("S101", facts, partIn(facts, head), {head}).suggestions =
-            closestCommands(checks, facts, head);
+void tellUnknown(ScriptChecks& checks, const CheckedLine& checked) {
+    const std::u16string_view head = headOf(checked.line.command()->inner, checks.words);
+    if (!tellForeignPose(checks, checked, head) && !tellMisplaced(checks, checked) &&
+        !tellMissingSeparator(checks, checked, head) && !tellSurplus(checks, checked, head)) {
+        checks.addAt("S101", checked, head, {head}).suggestions =
+            closestCommands(checks, checked, head);
     }
 }
 
@@ -572,23 +525,28 @@ bool namesCommand(std::u16string_view phrase, std::u16string_view name) {
            (!isLetter(rest.front()) && (rest.size() < 2 || !isLetter(rest[1])));
 }
 
-// Whether the run had a command or a pose for the words, whatever it then found
-// behind them.
-bool headIsKnown(const ScriptChecks& checks, const LineFacts& facts, std::u16string_view phrase) {
-    return facts.recognition.outcome != Recognition::Outcome::unchanged ||
-           !nameStarting(phrase).empty() ||
-           checks.staging->poseTemplates.contains(headOf(facts.inner, checks.words));
+// Whether there is a command or a pose for the words, whatever stands behind
+// them.
+bool headIsKnown(const ScriptChecks& checks, const RecognizedCommand& command) {
+    return command.recognition.outcome != Recognition::Outcome::unchanged ||
+           rowStarting(command.phrase) != nullptr ||
+           checks.staging.poseTemplates.contains(headOf(command.inner, checks.words));
 }
 
 // What a command that was carried out did differently.
-void tellDegraded(ScriptChecks& checks, const LineFacts& facts) {
-    for (const Told& told : facts.told) {
+void tellDegraded(ScriptChecks& checks, const CheckedLine& checked) {
+    for (const LineProblem& told : checked.line.problems) {
         if (told.what == ScriptProblem::letterReplaced) {
-            tellReplacedLetter(checks, facts, told);
-        } else if (told.what == ScriptProblem::conditionNotMet && told.detail == facts.takenName) {
-            tellCondition(checks, facts, told);
-        } else if (told.what == ScriptProblem::numberInvalid) {
-            checks.add("S132", facts, told.part);
+            tellReplacedLetter(checks, checked, told);
+        } else if (told.what == ScriptProblem::pairReplaced) {
+            tellReplacedPair(checks, checked, told);
+        } else if (told.what == ScriptProblem::numberMissing) {
+            checks.addAt("S132", checked, told.where);
+        }
+    }
+    for (const LineProblem& told : checked.outcome.problems) {
+        if (told.what == ScriptProblem::conditionNotMet) {
+            tellCondition(checks, checked, told);
         }
     }
 }
@@ -604,51 +562,50 @@ CommandOwner commandOwner(const ScriptChecks& checks, std::u16string_view text) 
     }
     std::u16string phrase(head);
     const Recognition recognition =
-        recognizeCommand(phrase, words, checks.staging->poseNames, checks.commands);
+        recognizeCommand(phrase, words, checks.staging.poseNames, checks.reader.commands());
     if (recognition.outcome == Recognition::Outcome::pose ||
-        checks.staging->poseTemplates.contains(head)) {
+        checks.staging.poseTemplates.contains(head)) {
         return CommandOwner::character;
     }
     if (recognition.outcome == Recognition::Outcome::row) {
-        return isWholeWord(recognition, head, words) ? ownerOf(recognition.row->canonical)
+        return isWholeWord(recognition, head, words) ? ownerOf(recognition.row)
                                                      : CommandOwner::none;
     }
-    const std::u16string_view name = nameStarting(head);
-    return name.size() == head.size() || (name.ends_with(u' ') && head.size() < name.size() + 3)
-               ? ownerOf(name)
-               : CommandOwner::none;
+    const CommandSpec* row = rowStarting(head);
+    if (row == nullptr) {
+        return CommandOwner::none;
+    }
+    const bool isWhole = row->name.size() == head.size() ||
+                         (row->name.ends_with(u' ') && head.size() < row->name.size() + 3);
+    return isWhole ? ownerOf(row) : CommandOwner::none;
 }
 
-void tellModelless(ScriptChecks& checks, const LineFacts& facts, const Told& told) {
+void tellModelless(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
     const std::size_t slot = static_cast<std::size_t>(told.detail.front() - u'A');
     if (!checks.toldModelless.test(slot)) {
         checks.toldModelless.set(slot);
-        checks.add("S113", facts, std::nullopt, {told.detail});
+        checks.add("S113", checked, std::nullopt, {told.detail});
     }
 }
 
-void checkCommandLine(ScriptChecks& checks, const LineFacts& facts) {
-    if (const Told* replaced = findTold(facts, ScriptProblem::speakerReplaced)) {
-        checks.add("S110", facts, replaced->part, {replaced->where, checks.characters()});
+void checkCommandLine(ScriptChecks& checks, const CheckedLine& checked) {
+    const ScriptLine& line = checked.line;
+    if (const LineProblem* replaced = line.findProblem(ScriptProblem::speakerReplaced)) {
+        checks.addAt("S110", checked, replaced->where, {replaced->where, checks.characters()});
     }
-    if (facts.taken) {
-        tellDegraded(checks, facts);
+    const RecognizedCommand& command = *line.command();
+    if (command.taken) {
+        return tellDegraded(checks, checked);
+    }
+    const LineProblem* const condition = line.findProblem(ScriptProblem::conditionNotMet);
+    if (condition != nullptr && namesCommand(command.phrase, condition->detail)) {
+        return tellCondition(checks, checked, *condition);
+    }
+    if (tellUntaken(checks, checked) || tellRecognition(checks, checked)) {
         return;
     }
-    const Told* const unknown = findTold(facts, ScriptProblem::commandUnknown);
-    if (unknown == nullptr) {
-        return;
-    }
-    const Told* const condition = findTold(facts, ScriptProblem::conditionNotMet);
-    if (condition != nullptr && namesCommand(unknown->where, condition->detail)) {
-        tellCondition(checks, facts, *condition);
-        return;
-    }
-    if (tellUntaken(checks, facts, unknown->where) || tellRecognition(checks, facts)) {
-        return;
-    }
-    if (!tellReasons(checks, facts) || !headIsKnown(checks, facts, unknown->where)) {
-        tellUnknown(checks, facts);
+    if (!tellReasons(checks, checked) || !headIsKnown(checks, command)) {
+        tellUnknown(checks, checked);
     }
 }
 

@@ -46,10 +46,12 @@ bool applyPolicy(const SeverityPolicy& policy, std::vector<Diagnostic>& diagnost
     return failed;
 }
 
-std::vector<Diagnostic> checkScript(const ConversionRequest& request, KeywordTable& words,
-                                    TvmlIniMirvol& settings, const platform::Platform& platform) {
+std::vector<Diagnostic> checkScript(const ConversionRequest& request, const KeywordTable& words,
+                                    const TvmlIniMirvol& settings,
+                                    const platform::Platform& platform) {
     DiagnosticCollector collector(request);
-    ConversionRun(words, settings, platform, &collector).convert(request);
+    const Listeners listeners{&collector};
+    ConversionRun(words, settings, platform, &listeners).convert(request);
     return collector.take();
 }
 

@@ -22,7 +22,7 @@
 
 #include "diagnostics/diagnostic_table.h"
 #include "filter/conversion_run.h"
-#include "filter/report.h"
+#include "run/events.h"
 #include "staging/xml_parser.h"
 
 namespace tvml {
@@ -41,10 +41,10 @@ struct Diagnostic {
     std::vector<std::u16string> suggestions; // the closest first
 };
 
-// Collects the diagnostics of one conversion's script. Give it to the run as
-// its report, convert, and take what it collected. The request must be the one
-// that is converted and its script must live as long as the collector works.
-class DiagnosticCollector final : public ConversionReport {
+// Collects the diagnostics of one conversion's script. Give it to the run as a
+// listener, convert, and take what it collected. The request must be the one that
+// is converted and its script must live as long as the collector works.
+class DiagnosticCollector final : public RunListener {
 public:
     explicit DiagnosticCollector(const ConversionRequest& request);
     ~DiagnosticCollector() override;
@@ -53,18 +53,8 @@ public:
     // afterwards.
     std::vector<Diagnostic> take();
 
-    void vocabularyLoaded(const KeywordTable& words) override;
-    void descriptionRead(const StagingDescription& staging, const TemplateDb& templates,
-                         char16_t lastCharacter, const DiagnosticLog& log) override;
-    void lineStarted(std::int32_t number, std::u16string_view line) override;
-    void lineClassified(LineKind kind, std::u16string_view speaker, bool isCommand) override;
-    void rewritten(std::u16string_view before, std::u16string_view after) override;
-    void recognized(const Recognition& recognition) override;
-    void taken(TakenBy by, std::u16string_view name) override;
-    void templateChosen(std::u16string_view element, std::size_t number) override;
-    void titleCard(std::u16string_view marker, bool completed) override;
-    void problem(ScriptProblem what, std::u16string_view where,
-                 std::u16string_view detail) override;
+    void programmeRead(const Programme& programme) override;
+    void lineConverted(const ScriptLine& line, const LineOutcome& outcome) override;
     void finished(const TvmlScript& script) override;
 
 private:
@@ -73,8 +63,9 @@ private:
 };
 
 // Converts without writing anything and returns what the script has wrong.
-std::vector<Diagnostic> checkScript(const ConversionRequest& request, KeywordTable& words,
-                                    TvmlIniMirvol& settings, const platform::Platform& platform);
+std::vector<Diagnostic> checkScript(const ConversionRequest& request, const KeywordTable& words,
+                                    const TvmlIniMirvol& settings,
+                                    const platform::Platform& platform);
 
 // What the description has wrong; nothing when it is empty.
 std::vector<Diagnostic> checkDescription(std::u16string_view description, const KeywordTable& words,

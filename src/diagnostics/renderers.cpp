@@ -7,6 +7,7 @@
 
 #include "diagnostics/diagnostics.h"
 #include "diagnostics/text_width.h"
+#include "reading/script_text.h"
 
 namespace tvml {
 namespace {
@@ -23,7 +24,7 @@ struct Colours {
 };
 
 constexpr std::string_view kEnd = "\x1b[0m";
-constexpr std::array<Colours, 3> kColours{{
+constexpr std::array<Colours, 3> kSeverityColours{{
     {"\x1b[1;36m", "\x1b[1m", "\x1b[1;32m", kEnd}, // note
     {"\x1b[1;35m", "\x1b[1m", "\x1b[1;32m", kEnd}, // warning
     {"\x1b[1;31m", "\x1b[1m", "\x1b[1;32m", kEnd}, // error
@@ -113,7 +114,7 @@ TextRenderer::~TextRenderer() = default;
 
 std::string TextRenderer::render(const Diagnostic& found) const {
     const Colours colours =
-        coloured_ ? kColours[static_cast<std::size_t>(found.severity)] : Colours{};
+        coloured_ ? kSeverityColours[static_cast<std::size_t>(found.severity)] : Colours{};
     const SourceText& source = sources_.of(found.source);
     const auto utf8 = [this](std::u16string_view text) {
         return platform_.toUtf8(harmlessText(text));

@@ -1,5 +1,5 @@
-// What the checks of script lines share: the run so far and the facts of one
-// line.
+// What the checks of script lines share: the run so far, and one line with what
+// became of it.
 #ifndef TVML_DIAGNOSTICS_SCRIPT_PROBLEMS_H
 #define TVML_DIAGNOSTICS_SCRIPT_PROBLEMS_H
 
@@ -11,59 +11,38 @@
 #include <vector>
 
 #include "diagnostics/finding.h"
+#include "run/events.h"
 
 namespace tvml {
 
-// A part of a line, in units from the line's start.
-struct LinePart {
-    std::size_t start = 0;
-    std::size_t units = 0;
-};
+// A line as its reading and the run tell it.
+struct CheckedLine {
+    const ScriptLine& line;
+    const LineOutcome& outcome;
 
-// What the run told about a line: texts are copies, since those of the run are
-// gone when the line is looked at as a whole.
-struct Told {
-    ScriptProblem what;
-    std::optional<LinePart> part; // none for the whole line
-    std::u16string where;
-    std::u16string detail;
-};
-
-struct LineFacts {
-    std::int32_t number = 0;
-    std::u16string_view line; // untrimmed
-    LineKind kind = LineKind::empty;
-    char16_t speaker = 0; // 0 when the line names none
-    bool isCommand = false;
-    bool taken = false;
-    bool spoken = false;
-    std::u16string_view takenName;
-    Recognition recognition;
-    std::u16string_view inner; // a command between its brackets; a part of the line
-    std::vector<Told> told;
+    bool isCommand() const { return line.command() != nullptr; }
+    char16_t speaker() const { return line.speaker; }
 };
 
 // One conversion while it is listened to.
 struct ScriptChecks {
-    explicit ScriptChecks(const KeywordTable& vocabulary)
-        : words(vocabulary), commands(vocabulary), markers(vocabulary) {}
+    explicit ScriptChecks(const Programme& programme);
 
+    const LineReader& reader;
     const KeywordTable& words;
-    CommandIndex commands;
-    MarkerIndex markers;
-    std::bitset<256> tagStarts; // the low bytes of the first units of declared tags
-    const StagingDescription* staging = nullptr;
-    char16_t lastCharacter = 0;
+    const StagingDescription& staging;
+    const char16_t lastCharacter;
+    std::bitset<256> tagStarts;    // the low bytes of the first units of declared tags
     std::bitset<26> toldModelless; // characters whose missing model was told
     int suggestionsLeft = 2000;    // keeps a script of nothing but mistakes fast
     std::vector<Diagnostic> found;
 
     // Adds a diagnostic about a part of the line, or the whole one.
-    Diagnostic& add(Code code, const LineFacts& facts, std::optional<LinePart> part,
+    Diagnostic& add(Code code, const CheckedLine& checked, std::optional<LinePlace> place,
                     std::initializer_list<std::u16string_view> values = {});
 
-    // As above, about a view that is a part of the line.
-    Diagnostic& addAt(Code code, const LineFacts& facts, std::u16string_view where,
+    // As above, about a text that was read from the line.
+    Diagnostic& addAt(Code code, const CheckedLine& checked, std::u16string_view where,
                       std::initializer_list<std::u16string_view> values = {});
 
     // "A to C", for messages.
@@ -71,13 +50,13 @@ struct ScriptChecks {
 };
 
 // Each says what is wrong with a line of its kind.
-void checkCommandLine(ScriptChecks& checks, const LineFacts& facts);
-void checkTalkLine(ScriptChecks& checks, const LineFacts& facts);
-void checkTagLine(ScriptChecks& checks, const LineFacts& facts);
+void checkCommandLine(ScriptChecks& checks, const CheckedLine& checked);
+void checkTalkLine(ScriptChecks& checks, const CheckedLine& checked);
+void checkTagLine(ScriptChecks& checks, const CheckedLine& checked);
 
 // A cheap look at a talk line: false when checkTalkLine cannot have anything to
-// say about it but what the run told.
-bool talkNeedsCheck(const ScriptChecks& checks, const LineFacts& facts);
+// say about it but what its reading told.
+bool talkNeedsCheck(const ScriptChecks& checks, const ScriptLine& line);
 
 // Whose command a text is that stands alone, without brackets.
 enum class CommandOwner : std::uint8_t { none, character, studio };
@@ -87,7 +66,7 @@ CommandOwner commandOwner(const ScriptChecks& checks, std::u16string_view text);
 std::u16string_view tagName(const ScriptChecks& checks, std::u16string_view text);
 
 // The one-time note that a character has no model.
-void tellModelless(ScriptChecks& checks, const LineFacts& facts, const Told& told);
+void tellModelless(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told);
 
 } // namespace tvml
 

@@ -93,13 +93,6 @@ bool isColon(char16_t unit, const KeywordTable& words) {
     return unit == u':' || words[u"colon"].firstUnitIs(unit);
 }
 
-// The speech of a line: what stands behind its speaker.
-std::u16string_view contentOf(const LineFacts& facts, const KeywordTable& words) {
-    const std::u16string_view line = trimScriptText(facts.line, words);
-    return facts.kind == LineKind::character ? dropAndTrim(dropAndTrim(line, 1, words), 1, words)
-                                             : line;
-}
-
 // ---- lines without a speaker
 
 bool isSlipForColon(std::u16string_view rest, const KeywordTable& words) {
@@ -109,10 +102,10 @@ bool isSlipForColon(std::u16string_view rest, const KeywordTable& words) {
 // "title Evening news": a marker or a declared tag whose colon is missing.
 std::u16string_view uncolonedTag(const ScriptChecks& checks, std::u16string_view line) {
     for (std::size_t i = 0; i < kMarkerCount; ++i) {
-        const std::size_t units = markerUnits(static_cast<Marker>(i), line, checks.words);
-        if (units != kNone) {
-            const bool slip = isSlipForColon(dropUnits(line, units), checks.words);
-            return line.substr(0, slip ? units : 0);
+        if (const MarkerSpelling* marker =
+                markerSpelling(static_cast<Marker>(i), line, checks.words)) {
+            const bool slip = isSlipForColon(dropUnits(line, marker->units), checks.words);
+            return line.substr(0, slip ? marker->units : 0);
         }
     }
     std::u16string_view found;
@@ -122,8 +115,8 @@ std::u16string_view uncolonedTag(const ScriptChecks& checks, std::u16string_view
         }
         return !found.empty();
     };
-    visitNamesStarting(checks.staging->tags.tagNames, line, look) ||
-        visitNamesStarting(checks.staging->tags.tagTexts, line, look);
+    visitNamesStarting(checks.staging.tags.tagNames, line, look) ||
+        visitNamesStarting(checks.staging.tags.tagTexts, line, look);
     return found;
 }
 
@@ -144,17 +137,18 @@ bool isUncolonedSpeaker(const ScriptChecks& checks, std::u16string_view line) {
 }
 
 ClosestNames closestTags(const ScriptChecks& checks, std::u16string_view head) {
-    constexpr std::array<Key, 13> kMarkerWords{
-        u"title",   u"subtitle",   u"leftsuper", u"rightsuper", u"super", u"mainimage", u"subimage",
-        u"bgimage", u"rightimage", u"leftimage", u"bgm",        u"sound", u"tvml"};
     ClosestNames closest(head);
-    for (const Key key : kMarkerWords) {
-        closest.offer(checks.words[key].textOrEmpty());
+    for (const MarkerSpec& marker : kMarkers) {
+        for (const MarkerSpelling& spelling : marker.spellings) {
+            if (spelling.english.empty()) {
+                closest.offer(checks.words[spelling.word].textOrEmpty());
+            }
+        }
     }
-    for (std::size_t i = 0; i < kMarkerCount; ++i) {
-        closest.offer(markerName(static_cast<Marker>(i)));
+    for (const MarkerSpec& marker : kMarkers) {
+        closest.offer(marker.name);
     }
-    for (const auto& [japanese, english] : checks.staging->tags.tagNames) {
+    for (const auto& [japanese, english] : checks.staging.tags.tagNames) {
         closest.offer(japanese);
         closest.offer(english);
     }
@@ -171,7 +165,7 @@ bool isName(std::u16string_view head) {
 }
 
 // A head before a colon: nearly a tag, or a name that is no speaker.
-bool tellHead(ScriptChecks& checks, const LineFacts& facts, std::u16string_view line) {
+bool tellHead(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view line) {
     const std::u16string_view reach = line.substr(0, kLongestHead);
     const std::size_t colon = std::min(reach.find(u':'), checks.words[u"colon"].findUnitsIn(reach));
     if (colon == kNone || line.substr(colon).starts_with(u"://") || --checks.suggestionsLeft < 0) {
@@ -181,11 +175,11 @@ bool tellHead(ScriptChecks& checks, const LineFacts& facts, std::u16string_view 
     ClosestNames closest = closestTags(checks, head);
     const std::size_t limit = head.size() < 6 ? 1 : head.size() < 10 ? 2 : 3;
     if (closest.distance() <= limit && head.size() > 2) {
-        checks.addAt("S118", facts, head, {head}).suggestions = closest.take();
+        checks.addAt("S118", checked, head, {head}).suggestions = closest.take();
         return true;
     }
     if (isName(head)) {
-        Diagnostic& found = checks.addAt("S120", facts, head, {head});
+        Diagnostic& found = checks.addAt("S120", checked, head, {head});
         if (head.size() > 2) { // shorter ones are like too much
             found.suggestions = closest.take();
         }
@@ -204,23 +198,24 @@ bool mayLackSpeaker(const ScriptChecks& checks, std::u16string_view line) {
         return false;
     }
     const char16_t letter = words.letterOf(line.front());
-    return checks.markers.candidates(line) != 0 || checks.tagStarts.test(line.front() & 0xFFu) ||
+    return checks.reader.markers().candidates(line) != 0 ||
+           checks.tagStarts.test(line.front() & 0xFFu) ||
            (letter != 0 && letter <= checks.lastCharacter) ||
            holdsEither(line.substr(0, kLongestHead), u':', firstUnitOr(words[u"colon"], u':'));
 }
 
-bool tellMissingSpeaker(ScriptChecks& checks, const LineFacts& facts) {
-    const std::u16string_view line = trimScriptText(facts.line, checks.words);
+bool tellMissingSpeaker(ScriptChecks& checks, const CheckedLine& checked) {
+    const std::u16string_view line = checked.line.trimmed;
     const std::u16string_view tag = uncolonedTag(checks, line);
     if (!tag.empty()) {
-        checks.addAt("S117", facts, tag, {tag});
+        checks.addAt("S117", checked, tag, {tag});
         return true;
     }
     if (isUncolonedSpeaker(checks, line)) {
-        checks.addAt("S119", facts, line.substr(0, 1), {line.substr(0, 1), u"A"});
+        checks.addAt("S119", checked, line.substr(0, 1), {line.substr(0, 1), u"A"});
         return true;
     }
-    return tellHead(checks, facts, line);
+    return tellHead(checks, checked, line);
 }
 
 // ---- brackets
@@ -253,48 +248,32 @@ BracketScan scanBrackets(std::u16string_view text, const KeywordTable& words) {
     return scan;
 }
 
-// Where the speech of a line begins.
-std::size_t contentStart(const LineFacts& facts, const KeywordTable& words) {
-    std::size_t at = 0;
-    const auto skipBlanks = [&] {
-        while (at < facts.line.size() && words.isBlank(facts.line[at])) {
-            ++at;
-        }
-    };
-    skipBlanks();
-    for (int units = facts.kind == LineKind::character ? 2 : 0; units > 0; --units) {
-        ++at;
-        skipBlanks();
-    }
-    return std::min(at, facts.line.size());
-}
-
 // Brackets that do not balance, or that stand at the start of the speech. A
 // group at the end is a caption unless the run says otherwise.
-bool bracketsNeedCheck(const KeywordTable& words, const LineFacts& facts) {
+bool bracketsNeedCheck(const KeywordTable& words, const ScriptLine& line) {
     const Word& opening = words[u"kakko"];
-    if (!holdsEither(facts.line, u'(', firstUnitOr(opening, u'('))) {
+    if (!holdsEither(line.text, u'(', firstUnitOr(opening, u'('))) {
         return false;
     }
     const Word& closing = words[u"toji_kakko"];
     const char16_t open = firstUnitOr(opening, u'(');
     const char16_t close = firstUnitOr(closing, u')');
     int unclosed = 0;
-    for (const char16_t unit : facts.line) { // without branches
+    for (const char16_t unit : line.text) { // without branches
         unclosed += int{unit == u'('} | int{unit == open};
         unclosed -= int{unit == u')'} | int{unit == close};
     }
-    const std::size_t start = contentStart(facts, words);
-    return unclosed > 0 || opening.size() > 1 || closing.size() > 1 || start == facts.line.size() ||
-           isOpening(facts.line[start], words);
+    return unclosed > 0 || opening.size() > 1 || closing.size() > 1 || line.content.empty() ||
+           isOpening(line.content.front(), words);
 }
 
 // A command that would do something on a line of its own, with this speaker or
 // none.
-bool isCommandText(const ScriptChecks& checks, const LineFacts& facts, std::u16string_view text) {
+bool isCommandText(const ScriptChecks& checks, const CheckedLine& checked,
+                   std::u16string_view text) {
     const CommandOwner owner = commandOwner(checks, text);
     return owner == CommandOwner::character ||
-           (owner == CommandOwner::studio && facts.speaker == 0);
+           (owner == CommandOwner::studio && checked.speaker() == 0);
 }
 
 // The word that a bracket group at the end of speech was meant to begin with.
@@ -326,23 +305,23 @@ std::u16string closestGroupWord(const ScriptChecks& checks, std::u16string_view 
     return {};
 }
 
-void tellUnclosed(ScriptChecks& checks, const LineFacts& facts, std::u16string_view content,
+void tellUnclosed(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view content,
                   const BracketScan& scan) {
-    checks.addAt("S124", facts, content.substr(scan.unclosed, 1));
+    checks.addAt("S124", checked, content.substr(scan.unclosed, 1));
 }
 
 // A group in round brackets at the start or the end of the speech.
-void tellGroups(ScriptChecks& checks, const LineFacts& facts, std::u16string_view content,
+void tellGroups(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view content,
                 bool endIsSpoken) {
     const BracketScan scan = scanBrackets(content, checks.words);
     if (scan.firstGroupEnd != kNone && scan.firstGroupEnd + 1 < content.size() &&
-        isCommandText(checks, facts, content.substr(1, scan.firstGroupEnd - 1))) {
+        isCommandText(checks, checked, content.substr(1, scan.firstGroupEnd - 1))) {
         const std::u16string_view group = content.substr(0, scan.firstGroupEnd + 1);
-        checks.addAt("S126", facts, group, {group});
+        checks.addAt("S126", checked, group, {group});
         return;
     }
     if (scan.unclosed != kNone) {
-        return tellUnclosed(checks, facts, content, scan);
+        return tellUnclosed(checks, checked, content, scan);
     }
     if (!scan.endsWithGroup || !endIsSpoken) {
         return;
@@ -350,48 +329,48 @@ void tellGroups(ScriptChecks& checks, const LineFacts& facts, std::u16string_vie
     const std::u16string_view whole = content.substr(scan.lastGroupStart);
     const std::u16string_view group =
         trimScriptText(whole.substr(1, whole.size() - 2), checks.words);
-    if (isCommandText(checks, facts, group)) {
-        checks.addAt("S126", facts, whole, {whole});
+    if (isCommandText(checks, checked, group)) {
+        checks.addAt("S126", checked, whole, {whole});
         return;
     }
     const std::u16string meant = closestGroupWord(checks, group);
     if (!meant.empty()) {
-        checks.addAt("S122", facts, whole, {whole}).suggestions = {meant};
+        checks.addAt("S122", checked, whole, {whole}).suggestions = {meant};
     }
 }
 
 // A cheap look at what may be a tag behind a speaker.
-bool mayHoldTag(const ScriptChecks& checks, const LineFacts& facts) {
-    const std::u16string_view content =
-        dropUnits(facts.line, contentStart(facts, checks.words)).substr(0, kLongestHead);
+bool mayHoldTag(const ScriptChecks& checks, const ScriptLine& line) {
+    const std::u16string_view content = line.content.substr(0, kLongestHead);
     return !content.empty() &&
-           (checks.markers.candidates(content) != 0 ||
+           (checks.reader.markers().candidates(content) != 0 ||
             checks.tagStarts.test(content.front() & 0xFFu)) &&
            holdsEither(content, u':', firstUnitOr(checks.words[u"colon"], u':'));
 }
 
-bool tellSpokenTag(ScriptChecks& checks, const LineFacts& facts, std::u16string_view content) {
+bool tellSpokenTag(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view content) {
     const std::u16string_view tag = tagName(checks, content);
     if (!tag.empty()) {
-        checks.addAt("S142", facts, tag, {tag});
+        checks.addAt("S142", checked, tag, {tag});
     }
     return !tag.empty();
 }
 
 // A command in brackets of another kind.
-bool tellOtherBrackets(ScriptChecks& checks, const LineFacts& facts, std::u16string_view content) {
+bool tellOtherBrackets(ScriptChecks& checks, const CheckedLine& checked,
+                       std::u16string_view content) {
     const std::size_t kind = content.empty() ? kNone : kOtherBrackets.find(content.front());
     if (kind == kNone || kind % 2 != 0 || content.size() < 3 ||
         content.back() != kOtherBrackets[kind + 1] ||
-        !isCommandText(checks, facts, content.substr(1, content.size() - 2))) {
+        !isCommandText(checks, checked, content.substr(1, content.size() - 2))) {
         return false;
     }
-    checks.addAt("S125", facts, content, {content});
+    checks.addAt("S125", checked, content, {content});
     return true;
 }
 
 // A bracketed line that its caption made speech though it begins as a command.
-bool tellCaptionedCommand(ScriptChecks& checks, const LineFacts& facts,
+bool tellCaptionedCommand(ScriptChecks& checks, const CheckedLine& checked,
                           std::u16string_view content) {
     const std::u16string_view inner = dropAndTrim(content, 1, checks.words);
     std::size_t end = 0;
@@ -404,75 +383,48 @@ bool tellCaptionedCommand(ScriptChecks& checks, const LineFacts& facts,
         commandOwner(checks, command) == CommandOwner::none) {
         return false;
     }
-    checks.addAt("S127", facts, command, {command});
+    checks.addAt("S127", checked, command, {command});
     return true;
 }
 
 // ---- what the run told
 
-void tellCut(ScriptChecks& checks, const LineFacts& facts, const Told& told) {
+void tellCut(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view piece) {
     constexpr std::size_t kShown = 8;
-    const std::size_t units = std::min(kShown, told.where.size());
-    std::optional<LinePart> end = told.part;
-    if (end.has_value()) {
-        end->start += end->units - units;
-        end->units = units;
-    }
-    std::u16string_view shown = std::u16string_view(told.where).substr(told.where.size() - units);
-    const bool inCharacter = !shown.empty() && (shown.back() & 0xFC00) == 0xD800;
-    shown.remove_suffix(inCharacter ? 1 : 0);
-    checks.add(inCharacter ? Code("S143") : Code("S133"), facts, end, {shown});
+    const std::u16string_view end = piece.substr(piece.size() - std::min(kShown, piece.size()));
+    const bool inCharacter = !end.empty() && (end.back() & 0xFC00) == 0xD800;
+    checks.addAt(inCharacter ? Code("S143") : Code("S133"), checked, end,
+                 {end.substr(0, end.size() - (inCharacter ? 1 : 0))});
 }
 
-// Tells what needs no look at the line; returns whether the brackets at the end
-// were spoken, and whether a caption made a command speech.
-struct ToldOfTalk {
-    bool endIsSpoken = false;
-    bool captioned = false;
-};
-
-ToldOfTalk tellTold(ScriptChecks& checks, const LineFacts& facts) {
-    ToldOfTalk result;
-    bool cut = false;
-    for (const Told& told : facts.told) {
-        switch (told.what) {
-        case ScriptProblem::speakerReplaced:
-            checks.add("S110", facts, told.part, {told.where, checks.characters()});
-            break;
-        case ScriptProblem::modelMissing:
-            tellModelless(checks, facts, told);
-            break;
-        case ScriptProblem::sentenceCutInWord:
-            if (!cut) { // once a line
-                tellCut(checks, facts, told);
-            }
-            cut = true;
-            break;
-        case ScriptProblem::bracketUnopened:
-            checks.add("S123", facts, told.part);
-            break;
-        case ScriptProblem::captionWordUnknown:
-            result.endIsSpoken = true;
-            break;
-        case ScriptProblem::captionMakesTalk:
-            result.captioned = true;
-            break;
-        default:
-            break;
+// What needs no look at the line.
+void tellRead(ScriptChecks& checks, const CheckedLine& checked) {
+    for (const LineProblem& told : checked.line.problems) {
+        if (told.what == ScriptProblem::speakerReplaced) {
+            checks.addAt("S110", checked, told.where, {told.where, checks.characters()});
+        } else if (told.what == ScriptProblem::bracketUnopened) {
+            checks.addAt("S123", checked, told.where);
         }
     }
-    return result;
+    bool cut = false;
+    for (const LineProblem& told : checked.outcome.problems) {
+        if (told.what == ScriptProblem::modelMissing) {
+            tellModelless(checks, checked, told);
+        } else if (told.what == ScriptProblem::sentenceCutInWord && !cut) { // once a line
+            tellCut(checks, checked, told.where);
+            cut = true;
+        }
+    }
 }
 
 bool isColourLike(const ScriptChecks& checks, std::u16string_view name, ClosestNames& closest) {
-    constexpr std::array<Key, 10> kColours{u"black",  u"white",  u"red",   u"brown", u"orange",
-                                           u"yellow", u"purple", u"green", u"blue",  u"gray"};
-    for (const Key key : kColours) {
-        closest.offer(key.name());
-        if (checks.words[key].size() > 1) {
-            closest.offer(checks.words[key].textOrEmpty());
-        } else if (name.starts_with(checks.words[key].textOrEmpty()) && name.ends_with(u'色')) {
-            closest.offer(name, checks.words[key].textOrEmpty());
+    for (const ColourSpec& colour : kColours) {
+        const std::u16string_view word = checks.words[colour.word].textOrEmpty();
+        closest.offer(colour.word.name());
+        if (word.size() > 1) {
+            closest.offer(word);
+        } else if (name.starts_with(word) && name.ends_with(u'色')) {
+            closest.offer(name, word);
         }
     }
     constexpr std::size_t kClose = 2;
@@ -482,90 +434,87 @@ bool isColourLike(const ScriptChecks& checks, std::u16string_view name, ClosestN
                kOtherColours.end();
 }
 
-bool namesFile(std::u16string_view marker) {
-    constexpr std::array<std::u16string_view, 6> kFiles{u"mainimage",  u"subimage",  u"bgimage",
-                                                        u"rightimage", u"leftimage", u"bgm"};
-    return std::find(kFiles.begin(), kFiles.end(), marker) != kFiles.end();
-}
-
 } // namespace
 
 std::u16string_view tagName(const ScriptChecks& checks, std::u16string_view text) {
     std::u16string_view line = text;
-    if (classifyLine(line, checks.staging->tags, checks.words, checks.markers) != LineKind::tag) {
+    if (checks.reader.kindOf(line) != LineKind::tag) {
         return {};
     }
     const std::size_t colon = std::min(line.find(u':'), checks.words[u"colon"].findUnitsIn(line));
     return trimScriptText(line.substr(0, colon), checks.words);
 }
 
-bool talkNeedsCheck(const ScriptChecks& checks, const LineFacts& facts) {
-    const std::u16string_view line = facts.line;
+bool talkNeedsCheck(const ScriptChecks& checks, const ScriptLine& line) {
+    const std::u16string_view text = line.text;
     // A sentence in other brackets is a quotation, and no command.
-    return line.empty() || (facts.kind == LineKind::other && mayLackSpeaker(checks, line)) ||
-           (facts.kind == LineKind::character && mayHoldTag(checks, facts)) ||
-           (isOtherClosing(line.back()) &&
-            findUnit(line, firstUnitOr(checks.words[u"kuten"], u'.')) == kNone) ||
-           bracketsNeedCheck(checks.words, facts);
+    return text.empty() || (line.kind == LineKind::other && mayLackSpeaker(checks, text)) ||
+           (line.kind == LineKind::character && mayHoldTag(checks, line)) ||
+           (isOtherClosing(text.back()) &&
+            findUnit(text, firstUnitOr(checks.words[u"kuten"], u'.')) == kNone) ||
+           bracketsNeedCheck(checks.words, line);
 }
 
-void checkTalkLine(ScriptChecks& checks, const LineFacts& facts) {
-    const ToldOfTalk told = tellTold(checks, facts);
-    if (facts.kind == LineKind::other && tellMissingSpeaker(checks, facts)) {
+void checkTalkLine(ScriptChecks& checks, const CheckedLine& checked) {
+    const ScriptLine& line = checked.line;
+    tellRead(checks, checked);
+    if (line.kind == LineKind::other && tellMissingSpeaker(checks, checked)) {
         return;
     }
-    const std::u16string_view content = contentOf(facts, checks.words);
-    if (content.empty()) {
-        if (facts.kind == LineKind::character) {
-            checks.add("S136", facts, std::nullopt);
-        }
+    if (line.content.empty()) {
+        checks.add("S136", checked, std::nullopt);
         return;
     }
-    if (tellSpokenTag(checks, facts, content) || tellOtherBrackets(checks, facts, content) ||
-        (told.captioned && tellCaptionedCommand(checks, facts, content))) {
+    const bool captioned = line.hasProblem(ScriptProblem::captionMakesTalk);
+    if (tellSpokenTag(checks, checked, line.content) ||
+        tellOtherBrackets(checks, checked, line.content) ||
+        (captioned && tellCaptionedCommand(checks, checked, line.content))) {
         return;
     }
-    tellGroups(checks, facts, content, told.endIsSpoken);
+    tellGroups(checks, checked, line.content, line.hasProblem(ScriptProblem::captionWordUnknown));
 }
 
-void checkTagLine(ScriptChecks& checks, const LineFacts& facts) {
-    for (const Told& told : facts.told) {
+void checkTagLine(ScriptChecks& checks, const CheckedLine& checked) {
+    const TagReading& tag = *checked.line.tag();
+    for (const LineProblem& told : checked.outcome.problems) {
         if (told.what == ScriptProblem::templateMissing) {
-            checks.add("S138", facts, std::nullopt, {told.detail});
-        }
-        ClosestNames closest(told.where);
-        if (told.what == ScriptProblem::colourUnknown &&
-            isColourLike(checks, told.where, closest)) {
-            const std::size_t at = facts.line.rfind(told.where);
-            checks
-                .add("S121", facts, LinePart{at == kNone ? 0 : at, told.where.size()}, {told.where})
-                .suggestions = closest.take();
+            checks.add("S138", checked, std::nullopt, {told.detail});
         }
     }
-    const std::u16string_view line = trimScriptText(facts.line, checks.words);
-    if (namesFile(facts.takenName) && !line.empty() && isColon(line.back(), checks.words)) {
-        const std::u16string_view marker =
-            trimScriptText(line.substr(0, line.size() - 1), checks.words);
-        checks.addAt("S137", facts, marker, {marker});
+    ClosestNames closest(tag.colour);
+    if (!tag.colour.empty() && tag.colourSpec == nullptr &&
+        isColourLike(checks, tag.colour, closest)) {
+        checks.addAt("S121", checked, tag.colour, {tag.colour}).suggestions = closest.take();
+    }
+    if (checked.line.file().use != FileUse::none && tag.value.empty()) {
+        checks.addAt("S137", checked, tag.name, {tag.name});
     }
 }
 
-Diagnostic& ScriptChecks::add(Code code, const LineFacts& facts, std::optional<LinePart> part,
-                              std::initializer_list<std::u16string_view> values) {
-    if (!part.has_value()) {
-        const std::u16string_view text = trimScriptText(facts.line, words);
-        part = LinePart{static_cast<std::size_t>(text.data() - facts.line.data()), text.size()};
+ScriptChecks::ScriptChecks(const Programme& programme)
+    : reader(programme.reader), words(programme.reader.words()), staging(programme.staging),
+      lastCharacter(programme.lastCharacter) {
+    for (const TextMap* names : {&staging.tags.tagNames, &staging.tags.tagTexts}) {
+        for (const auto& [name, value] : *names) {
+            tagStarts.set(name.front() & 0xFFu);
+        }
     }
-    found.push_back(
-        makeDiagnostic(code, SourceKind::script, {facts.number, part->start, part->units}, values));
+}
+
+Diagnostic& ScriptChecks::add(Code code, const CheckedLine& checked, std::optional<LinePlace> place,
+                              std::initializer_list<std::u16string_view> values) {
+    if (!place.has_value()) {
+        place = checked.line.placeOf(checked.line.trimmed);
+    }
+    const LinePlace at = place.value_or(LinePlace{});
+    found.push_back(makeDiagnostic(code, SourceKind::script,
+                                   {checked.outcome.number, at.start, at.units}, values));
     return found.back();
 }
 
-Diagnostic& ScriptChecks::addAt(Code code, const LineFacts& facts, std::u16string_view where,
+Diagnostic& ScriptChecks::addAt(Code code, const CheckedLine& checked, std::u16string_view where,
                                 std::initializer_list<std::u16string_view> values) {
-    return add(code, facts,
-               LinePart{static_cast<std::size_t>(where.data() - facts.line.data()), where.size()},
-               values);
+    return add(code, checked, checked.line.placeOf(where), values);
 }
 
 std::u16string ScriptChecks::characters() const {

@@ -1,6 +1,8 @@
 // Entries: columnsOf, columnsOfCharacter, unitsOfCharacter, harmlessText.
 #include "diagnostics/text_width.h"
 
+#include "reading/script_text.h"
+
 #include <algorithm>
 #include <array>
 
@@ -39,18 +41,7 @@ template <std::size_t N> bool isIn(const std::array<Range, N>& ranges, char32_t 
     return range != ranges.end() && range->first <= character;
 }
 
-bool isLead(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool isTrail(char16_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 } // namespace
-
-std::size_t unitsOfCharacter(std::u16string_view text, std::size_t at) {
-    return at + 1 < text.size() && isLead(text[at]) && isTrail(text[at + 1]) ? 2 : 1;
-}
 
 std::size_t columnsOfCharacter(char32_t character) {
     return isIn(kCombining, character) ? 0 : isIn(kWide, character) ? 2 : 1;

@@ -8,9 +8,6 @@
 
 namespace tvml {
 
-// The UTF-16 units of the character at `at`: 2 for a surrogate pair, else 1.
-std::size_t unitsOfCharacter(std::u16string_view text, std::size_t at);
-
 // The columns of one character: 2 for wide and full-width ones, 0 for marks that
 // combine with the one before, else 1.
 std::size_t columnsOfCharacter(char32_t character);

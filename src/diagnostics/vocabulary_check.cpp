@@ -161,7 +161,7 @@ private:
 
     void checkLengthsAndOrder() {
         checkMarkers();
-        for (const CommandRow& row : kCommandRows) {
+        for (const CommandSpec& row : kCommands) {
             for (const RowWord& rowWord : row.words) {
                 checkCommand(row, rowWord);
             }
@@ -192,14 +192,14 @@ private:
             const std::u16string_view name = key == Key(u"sound") ? u"bgm" : key.name();
             const std::u16string_view text = word(key.index());
             for (std::size_t i = 0; i < kMarkerCount; ++i) {
-                const auto marker = static_cast<Marker>(i);
-                const std::size_t units = markerUnits(marker, text, words_);
-                if (units != kNone && markerName(marker) != name) {
-                    tellHidden(key.index(), markerName(marker));
+                const MarkerSpec& marker = kMarkers[i];
+                const MarkerSpelling* spelling = markerSpelling(marker.marker, text, words_);
+                if (spelling != nullptr && marker.name != name) {
+                    tellHidden(key.index(), marker.name);
                     break;
                 }
-                if (units != kNone) {
-                    checkLength(key.index(), units);
+                if (spelling != nullptr) {
+                    checkLength(key.index(), spelling->units);
                     break;
                 }
             }
@@ -207,7 +207,7 @@ private:
     }
 
     // A phrase that a row is there for.
-    std::u16string sampleOf(const CommandRow& row, std::u16string_view text) const {
+    std::u16string sampleOf(const CommandSpec& row, std::u16string_view text) const {
         std::u16string sample = row.match == Match::letter       ? u"A"
                                 : row.match == Match::twoLetters ? u"AB"
                                 : row.match == Match::number     ? u"3"
@@ -215,17 +215,15 @@ private:
         return sample.append(text);
     }
 
-    void checkCommand(const CommandRow& row, const RowWord& rowWord) {
+    void checkCommand(const CommandSpec& row, const RowWord& rowWord) {
         const std::size_t key = rowWord.key.index();
         if (!isChecked(key)) {
             return;
         }
         std::u16string phrase = sampleOf(row, word(key));
-        const std::size_t letters = row.match == Match::letter       ? 1
-                                    : row.match == Match::twoLetters ? 2
-                                                                     : 0;
+        const std::size_t letters = lettersBefore(row.match);
         const Recognition recognition = recognizeCommand(phrase, words_, {}, commands_);
-        if (recognition.row != nullptr && recognition.row->canonical != row.canonical) {
+        if (recognition.row != nullptr && recognition.row != &row) {
             tellHidden(key, recognition.word->key.name());
         } else {
             checkLength(key, rowWord.units - letters);

@@ -3,32 +3,38 @@
 #define TVML_FILTER_CONVERSION_RUN_H
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
-#include "filter/run.h"
 #include "filter/script_body.h"
 #include "filter/tag_lines.h"
 #include "filter/tvml_script.h"
 #include "platform/platform.h"
+#include "reading/line_reader.h"
+#include "run/run.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 
+// No line: what nobody asked for, what a text has no place for.
+inline constexpr std::int32_t kNoLine = -1;
+
 // What a caller asks for; the texts must outlive the run. Line numbers count
-// from 1.
+// from 1. Other numbers than those of lines mean what the host's call makes of
+// them, see fil_process.h; kNoLine means nothing there, too.
 struct ConversionRequest {
     std::u16string_view script;
-    std::int32_t playFrom = 0; // "playfromhere()" comes before this line
-    std::int32_t playTo = 0;   // "end()" comes after this line
+    std::int32_t playFrom = kNoLine; // "playfromhere()" comes before this line
+    std::int32_t playTo = kNoLine;   // "end()" comes after this line
     std::u16string_view description;
 };
 
 class ConversionRun {
 public:
-    // `words` and `settings` are read anew from the host's ini files by run().
-    ConversionRun(KeywordTable& words, TvmlIniMirvol& settings, const platform::Platform& platform,
-                  ConversionReport* report = nullptr);
+    // `words` and `settings` are those of this conversion. `listeners`, when given,
+    // hear of all that happens.
+    ConversionRun(const KeywordTable& words, const TvmlIniMirvol& settings,
+                  const platform::Platform& platform, const Listeners* listeners = nullptr);
 
     // Converts once; an object serves one conversion. The result refers to this
     // object and to the script of the request. Throws TvmlException when the XML
@@ -38,19 +44,20 @@ public:
 private:
     void readDescription(std::u16string_view description);
     void convertLines(const ConversionRequest& request);
-    void convertLine(std::u16string_view untrimmed);
-    void convertSpoken(std::u16string_view line, std::u16string_view speaker);
-    std::u16string_view takeSpeaker(std::u16string_view& line);
+    void convertLine(std::u16string_view text, const FirstLine& seen);
+    void writeLine(const FirstLine& seen);
+    void writeCommand();
     void mark(std::u16string_view text, std::int32_t line);
 
-    KeywordTable& words_;
-    TvmlIniMirvol& settings_;
+    const KeywordTable& words_;
     const platform::Platform& platform_;
     Run run_;
-    std::optional<MarkerIndex> markers_; // of the words that are loaded
+    LineReader reader_;
+    LineContext context_; // of the next line
+    ScriptLine line_;
     ScriptBody body_;
     TagLines tags_;
-    std::u16string line_; // TVML of the line at hand
+    std::u16string text_; // TVML of the line at hand
     std::vector<TalkPiece> talk_;
 };
 

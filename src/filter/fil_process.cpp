@@ -7,6 +7,7 @@
 
 #include "filter/conversion_run.h"
 #include "filter/delivery.h"
+#include "run/ini_files.h"
 #include "vocabulary/unit_search.h"
 
 namespace {
@@ -14,8 +15,7 @@ namespace {
 // All that outlives a call.
 struct Process {
     tvml::XmlLibrary xml; // stays initialised, so that calls do not pay for it
-    tvml::KeywordTable words;
-    tvml::TvmlIniMirvol settings{tvml::platform::system()};
+    tvml::IniFiles files{tvml::platform::system()};
 };
 
 Process process;
@@ -46,7 +46,9 @@ extern "C" std::int32_t fil_process(const char16_t* script, std::int32_t playFro
                                     char16_t* output, std::int32_t outputSize) {
     try {
         process.xml.hold();
-        tvml::ConversionRun run(process.words, process.settings, tvml::platform::system());
+        process.files.load();
+        tvml::ConversionRun run(process.files.words, process.files.settings,
+                                tvml::platform::system());
         const std::u16string_view text = textOrEmpty(script);
         tvml::TvmlScript result = run.convert({text, playFrom, playTo, textOrEmpty(description)});
         if (overlap(text, placeOf(result.size(), output, outputSize))) {

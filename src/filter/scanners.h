@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "filter/run.h"
+#include "run/run.h"
 
 namespace tvml {
 

@@ -86,12 +86,12 @@ void ScriptBody::countUnits(std::size_t units) {
     }
 }
 
-void ScriptBody::append(std::u16string_view text) {
+void ScriptBody::append(std::u16string_view text, std::int32_t line, bool isPlayMark) {
     if (text.empty()) {
         return;
     }
-    if (report_ != nullptr) {
-        report_->bodyGrew(text.size());
+    if (listeners_ != nullptr) {
+        listeners_->tell(BodyGrew{text.size(), line, isPlayMark});
     }
     countUnits(text.size());
     const bool open = segments_.size() > indexedSegments_ && segments_.back().talk.empty();
@@ -103,12 +103,12 @@ void ScriptBody::append(std::u16string_view text) {
     segments_.back().text += text;
 }
 
-void ScriptBody::append(std::span<const TalkPiece> talk) {
+void ScriptBody::append(std::span<const TalkPiece> talk, std::int32_t line) {
     for (const TalkPiece& piece : talk) {
         const std::size_t units = piece.size();
         countUnits(units);
-        if (report_ != nullptr) {
-            report_->bodyGrew(units);
+        if (listeners_ != nullptr) {
+            listeners_->tell(BodyGrew{units, line});
         }
         const bool open = segments_.size() > indexedSegments_ && !segments_.back().talk.empty() &&
                           segments_.back().talk.size() < kSegmentPieces;
@@ -226,17 +226,18 @@ void ScriptBody::fillArgument(std::size_t card, std::size_t from, std::u16string
 // To be called when `inserted` units stand in the place of `removed` ones.
 void ScriptBody::tellFilled(std::size_t segment, std::size_t at, std::size_t removed,
                             std::size_t inserted) const {
-    if (report_ == nullptr) {
+    if (listeners_ == nullptr) {
         return;
     }
     std::size_t fromEnd = segments_[segment].size() - at + removed - inserted;
     while (++segment < segments_.size()) {
         fromEnd += segments_[segment].size();
     }
-    report_->bodyFilled(fromEnd, removed, inserted);
+    listeners_->tell(BodyFilled{fromEnd, removed, inserted, cardLine_});
 }
 
-bool ScriptBody::completeCard(const CardText& card) {
+bool ScriptBody::completeCard(const CardText& card, std::int32_t line) {
+    cardLine_ = line;
     indexNewText();
     const std::size_t number =
         (card.kind == TitleKind::title ? waitingTitles_ : waitingSubtitles_).last();

@@ -56,23 +56,24 @@ struct BodySegment {
 // it costs no more than its length.
 class ScriptBody {
 public:
-    // `report`, when given, hears of every text that is appended.
-    explicit ScriptBody(const KeywordTable& words, ConversionReport* report = nullptr)
-        : words_(words), report_(report) {}
+    // `listeners`, when given, hear of every change.
+    explicit ScriptBody(const KeywordTable& words, const Listeners* listeners = nullptr)
+        : words_(words), listeners_(listeners) {}
 
-    // Appends whole lines. Throws std::length_error when the text would pass the
+    // Appends whole lines of TVML, which the script line wrote or the player was
+    // asked for there. Throws std::length_error when the text would pass the
     // longest script that can be delivered.
-    void append(std::u16string_view text);
+    void append(std::u16string_view text, std::int32_t line, bool isPlayMark = false);
 
     // The same for talk; no piece holds a "$".
-    void append(std::span<const TalkPiece> talk);
+    void append(std::span<const TalkPiece> talk, std::int32_t line);
 
     // The text holds the command that opens the base of main pictures.
     bool holdsMainImageBase();
 
     // Completes the last title-text command that still waits for a text of the
     // card's kind; false when there is none.
-    bool completeCard(const CardText& card);
+    bool completeCard(const CardText& card, std::int32_t line);
 
     const std::deque<BodySegment>& segments() const { return segments_; }
     std::deque<BodySegment> takeSegments() { return std::move(segments_); }
@@ -91,7 +92,8 @@ private:
                       std::u16string_view value);
 
     const KeywordTable& words_;
-    ConversionReport* report_;
+    const Listeners* listeners_;
+    std::int32_t cardLine_ = 0; // of the script, that completes a card
     std::deque<BodySegment> segments_;
     std::size_t units_ = 0; // at least those of the text
 

@@ -3,44 +3,16 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
-#include "reading/brackets.h"
 #include "reading/script_text.h"
 
 namespace tvml {
 namespace {
 
-// clang-format off
-// In the order of testing, which is not that of line kinds.
-constexpr std::array<Marker, kMarkerCount> kMarkerOrder{
-    Marker::title,     Marker::subtitle,   Marker::leftSuper,  Marker::rightSuper,
-    Marker::super,     Marker::mainImage,  Marker::subImage,   Marker::bgImage,
-    Marker::rightImage, Marker::leftImage, Marker::music,      Marker::embeddedTvml,
-};
-
-struct ColourRow {
-    Key word;
-    std::u16string_view english;
-    std::array<std::u16string_view, 3> text; // red, green, blue
-    std::array<std::u16string_view, 3> edge;
-};
-
-constexpr std::array<ColourRow, 10> kColours{{
-    {u"black",  u"black",  {u"0.0", u"0.0", u"0.0"}, {u"1.0", u"1.0", u"1.0"}},
-    {u"white",  u"white",  {u"1.0", u"1.0", u"1.0"}, {u"0.0", u"0.0", u"0.0"}},
-    {u"red",    u"red",    {u"1.0", u"0.0", u"0.0"}, {u"0.0", u"1.0", u"1.0"}},
-    {u"brown",  u"brown",  {u"0.5", u"0.0", u"0.0"}, {u"0.5", u"1.0", u"1.0"}},
-    {u"orange", u"orange", {u"1.0", u"0.5", u"0.0"}, {u"0.0", u"0.5", u"1.0"}},
-    {u"yellow", u"yellow", {u"1.0", u"1.0", u"0.0"}, {u"0.0", u"0.0", u"1.0"}},
-    {u"purple", u"purple", {u"0.5", u"0.0", u"0.5"}, {u"0.5", u"1.0", u"0.5"}},
-    {u"green",  u"green",  {u"0.0", u"0.5", u"0.0"}, {u"1.0", u"0.5", u"1.0"}},
-    {u"blue",   u"blue",   {u"0.0", u"0.0", u"1.0"}, {u"1.0", u"1.0", u"0.0"}},
-    {u"gray",   u"gray",   {u"0.5", u"0.5", u"0.5"}, {u"0.0", u"0.0", u"0.0"}},
-}};
 constexpr std::size_t kWhite = 1;
-static_assert(kColours[kWhite].english == u"white");
+static_assert(kColours[kWhite].word == Key(u"white"));
 
+// clang-format off
 // The size and the offset of a super by its length: the first row that is long
 // enough, the last one for everything longer.
 struct SuperSize {
@@ -69,44 +41,14 @@ const SuperSize& superSize(std::span<const SuperSize> rows, std::size_t units) {
                          [units](const SuperSize& row) { return units <= row.units; });
 }
 
-const ColourRow* findColour(std::u16string_view name, const KeywordTable& words) {
-    for (const ColourRow& row : kColours) {
-        if (words[row.word].equals(name) || name == row.english) {
-            return &row;
-        }
-    }
-    return nullptr;
-}
-
-const ColourRow& defaultColour(const KeywordTable& words) {
+// The colour of a super without one is the first that the word for white names.
+const ColourSpec& defaultColour(const KeywordTable& words) {
     const Word& white = words[u"white"];
-    const ColourRow* row = white.loaded() ? findColour(white.textOrEmpty(), words) : nullptr;
-    return row != nullptr ? *row : kColours[kWhite];
-}
-
-struct ColouredText {
-    std::u16string_view text;
-    const ColourRow* colour; // null for the default
-};
-
-// Takes a colour in brackets off the end of a super's text.
-ColouredText readColour(const Run& run, std::u16string_view text) {
-    const KeywordTable& words = run.words;
-    if (!endsWithClosingBracket(text, words)) {
-        return {text, nullptr};
-    }
-    const std::u16string_view inner = text.substr(0, text.size() - 1);
-    const std::size_t open = findLastOpeningBracket(inner, words);
-    if (open == kNone) {
-        return {text, nullptr};
-    }
-    const std::u16string_view name = dropAndTrim(inner, open + 1, words);
-    const ColourRow* colour = findColour(name, words);
-    if (colour == nullptr) {
-        run.tell(ScriptProblem::colourUnknown, name);
-        return {text, nullptr};
-    }
-    return {inner.substr(0, open), colour};
+    const auto named = std::ranges::find_if(kColours, [&](const ColourSpec& row) {
+        return white.loaded() && (words[row.word].equals(white.textOrEmpty()) ||
+                                  row.word.name() == white.textOrEmpty());
+    });
+    return named == kColours.end() ? kColours[kWhite] : *named;
 }
 
 // What the two texts of a title card do not have in common.
@@ -131,22 +73,6 @@ constexpr const CardRow& cardRow(TitleKind kind) {
     return kind == TitleKind::title ? kTitleCard : kSubtitleCard;
 }
 
-// What the file is for that a marker's line names, if it names one.
-std::optional<FileUse> fileUse(Marker marker) {
-    switch (marker) {
-    case Marker::mainImage:
-    case Marker::subImage:
-    case Marker::bgImage:
-    case Marker::rightImage:
-    case Marker::leftImage:
-        return FileUse::picture;
-    case Marker::music:
-        return FileUse::sound;
-    default:
-        return std::nullopt;
-    }
-}
-
 std::u16string_view cardSize(TitleKind kind, std::u16string_view text) {
     const std::size_t units = text.size();
     if (kind == TitleKind::subtitle) {
@@ -157,66 +83,28 @@ std::u16string_view cardSize(TitleKind kind, std::u16string_view text) {
 
 } // namespace
 
-void TagLines::write(std::u16string_view line, std::u16string_view untrimmed) {
-    if (writeDeclaredTag(line)) {
-        return;
+void TagLines::write(const TagReading& tag) {
+    if (tag.marker.has_value()) {
+        writeMarker(*tag.marker, tag);
+    } else if (!tag.english.empty()) {
+        writeDeclaredTag(tag);
     }
-    for (const Marker marker : kMarkerOrder) {
-        const std::size_t units = markerUnits(marker, line, run_.words);
-        if (units != kNone) {
-            writeMarker(marker, units, line, untrimmed);
-            if (run_.report != nullptr) {
-                run_.report->taken(TakenBy::tag, markerName(marker));
-            }
-            return;
-        }
-    }
-    run_.tell(ScriptProblem::tagUntaken);
 }
 
-// ---- declared tags
-
-bool TagLines::writeDeclaredTag(std::u16string_view line) {
-    const DeclaredTags& tags = run_.staging.tags;
-    return visitNamesStarting(tags.tagNames, line,
-                              [&](const TextMap::value_type& entry) {
-                                  return writeTagText(entry, entry.second, line);
-                              }) ||
-           visitNamesStarting(tags.tagTexts, line, [&](const TextMap::value_type& entry) {
-               return writeTagText(entry, entry.first, line);
-           });
-}
-
-bool TagLines::writeTagText(const TextMap::value_type& entry, std::u16string_view english,
-                            std::u16string_view line) {
-    const std::u16string_view rest = dropAndTrim(line, entry.first.size(), run_.words);
-    const auto text = run_.staging.tags.tagTexts.find(english);
-    if (!startsWithColon(rest, run_.words) || text == run_.staging.tags.tagTexts.end()) {
-        return false;
-    }
-    scratch_ = text->second;
-    const std::array<Filling, 1> fillings{{{u"$1", dropAndTrim(rest, 1, run_.words)}}};
+void TagLines::writeDeclaredTag(const TagReading& tag) {
+    scratch_ = run_.staging.tags.tagTexts.find(tag.english)->second;
+    const std::array<Filling, 1> fillings{{{u"$1", tag.value}}};
     fillText(scratch_, fillings);
-    body_.append(scratch_);
-    if (run_.report != nullptr) {
-        const auto element = run_.staging.tagElements.find(english);
-        run_.report->templateChosen(
-            u"tag", element == run_.staging.tagElements.end() ? 0 : element->second);
-        run_.report->taken(TakenBy::tag, english);
-    }
-    return true;
+    append(scratch_);
+    const auto element = run_.staging.tagElements.find(tag.english);
+    run_.tellTemplate(u"tag", element == run_.staging.tagElements.end() ? 0 : element->second);
 }
 
 // ---- markers
 
-void TagLines::writeMarker(Marker marker, std::size_t units, std::u16string_view line,
-                           std::u16string_view untrimmed) {
-    const std::u16string_view text =
-        dropAndTrim(dropAndTrim(line, units, run_.words), 1, run_.words);
+void TagLines::writeMarker(Marker marker, const TagReading& tag) {
+    const std::u16string_view text = tag.value;
     RunState& state = run_.state;
-    if (const std::optional<FileUse> use = fileUse(marker)) {
-        run_.tellFile(*use, text);
-    }
     switch (marker) {
     case Marker::title:
         return writeTitleText(TitleKind::title, text);
@@ -229,7 +117,7 @@ void TagLines::writeMarker(Marker marker, std::size_t units, std::u16string_view
         state.rightSuperShown = true;
         return writeSimple(SimpleElement::rightsuper, text);
     case Marker::super:
-        return writeSuper(units, untrimmed);
+        return writeSuper(tag);
     case Marker::mainImage:
         return writeMainPicture(text);
     case Marker::subImage:
@@ -248,7 +136,7 @@ void TagLines::writeMarker(Marker marker, std::size_t units, std::u16string_view
         return writeSimple(SimpleElement::bgm, text);
     case Marker::embeddedTvml:
         scratch_.assign(text).append(u"\n");
-        return body_.append(scratch_);
+        return append(scratch_);
     }
 }
 
@@ -257,7 +145,7 @@ void TagLines::writeTemplate(SimpleElement element, std::span<const Filling> fil
     if (variant != nullptr) {
         scratch_.clear();
         variant->text.fill(fillings, scratch_);
-        body_.append(scratch_);
+        append(scratch_);
     }
 }
 
@@ -285,7 +173,7 @@ void TagLines::writeMainPicture(std::u16string_view file) {
                 u"drawing: display( name=MAINIMAGEBASE, switch=on )\n"
                 u"skipscript( switch=off )\n";
     run_.state.mainImageShown = true;
-    body_.append(scratch_);
+    append(scratch_);
 }
 
 // ---- title cards
@@ -297,10 +185,7 @@ void TagLines::writeTitleText(TitleKind kind, std::u16string_view given) {
     replaceDoubleQuotes(text);
     const std::int32_t other = state.*row.otherLine;
     const bool starts = other == 0 || state.*row.ownLine != 0 || other + 1 != state.lineNumber;
-    if (run_.report != nullptr) {
-        run_.report->titleCard(
-            markerName(kind == TitleKind::title ? Marker::title : Marker::subtitle), !starts);
-    }
+    run_.outcome.card = starts ? CardStep::starts : CardStep::completes;
     if (starts) {
         startCard(kind, text);
         state.*row.ownLine = state.lineNumber;
@@ -309,10 +194,11 @@ void TagLines::writeTitleText(TitleKind kind, std::u16string_view given) {
     }
     body_.completeCard({kind, row.fontPlaceholder,
                         fonts_.*(isAsciiText(text) ? row.fontEnglish : row.fontJapanese),
-                        row.sizePlaceholder, cardSize(kind, text), text});
+                        row.sizePlaceholder, cardSize(kind, text), text},
+                       state.lineNumber);
     state.titleLine = 0;
     state.subtitleLine = 0;
-    body_.append(row.doneLine);
+    append(row.doneLine);
 }
 
 void TagLines::startCard(TitleKind kind, std::u16string_view text) {
@@ -339,24 +225,15 @@ void TagLines::startCard(TitleKind kind, std::u16string_view text) {
     if (at != kNone) {
         scratch_.replace(at, placeholder.size(), text);
     }
-    body_.append(scratch_);
+    append(scratch_);
 }
 
 // ---- supers
 
-void TagLines::writeSuper(std::size_t units, std::u16string_view untrimmed) {
-    // The super keeps its blanks: a letter at the end saves the trailing ones
-    // from trimming, and only the marker and its colon go at the front.
-    std::u16string guarded(untrimmed);
-    guarded += u'a';
-    std::u16string_view given = dropAndTrim(trimScriptText(guarded, run_.words), units, run_.words);
-    given.remove_suffix(given.empty() ? 0 : 1);
-    given = dropUnits(given, 1);
-
-    const ColouredText coloured = readColour(run_, given);
-    const ColourRow& colour =
-        coloured.colour != nullptr ? *coloured.colour : defaultColour(run_.words);
-    std::u16string text(coloured.text);
+void TagLines::writeSuper(const TagReading& tag) {
+    const ColourSpec& colour =
+        tag.colourSpec != nullptr ? *tag.colourSpec : defaultColour(run_.words);
+    std::u16string text(tag.value);
     replaceDoubleQuotes(text);
     const bool ascii = isAsciiText(text);
     if (ascii && text.front() == u' ') {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "filter/run.h"
 #include "filter/script_body.h"
+#include "run/run.h"
 
 namespace tvml {
 
@@ -15,19 +15,16 @@ class TagLines {
 public:
     TagLines(Run& run, ScriptBody& body) : run_(run), body_(body) {}
 
-    // `line` is trimmed, `untrimmed` the line as the script has it. A line that
-    // no handler takes writes nothing.
-    void write(std::u16string_view line, std::u16string_view untrimmed);
+    // A line that nothing takes writes nothing.
+    void write(const TagReading& tag);
 
 private:
-    bool writeDeclaredTag(std::u16string_view line);
-    bool writeTagText(const TextMap::value_type& entry, std::u16string_view english,
-                      std::u16string_view line);
-    void writeMarker(Marker marker, std::size_t units, std::u16string_view line,
-                     std::u16string_view untrimmed);
+    void append(std::u16string_view text) { body_.append(text, run_.state.lineNumber); }
+    void writeDeclaredTag(const TagReading& tag);
+    void writeMarker(Marker marker, const TagReading& tag);
     void writeTitleText(TitleKind kind, std::u16string_view given);
     void startCard(TitleKind kind, std::u16string_view text);
-    void writeSuper(std::size_t units, std::u16string_view untrimmed);
+    void writeSuper(const TagReading& tag);
     void writeMainPicture(std::u16string_view file);
     void writeNumberedPicture(SimpleElement element, std::int32_t& count, std::u16string_view file);
     void writeSimple(SimpleElement element, std::u16string_view text);

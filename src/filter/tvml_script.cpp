@@ -141,9 +141,9 @@ private:
 // done only when their result ends with a whole line.
 class PiecewiseRemoval {
 public:
-    PiecewiseRemoval(const KeywordTable& words, ConversionReport* report, std::size_t unitsAtOnce,
+    PiecewiseRemoval(const KeywordTable& words, const Listeners* listeners, std::size_t unitsAtOnce,
                      TvmlScript& result)
-        : words_(words), report_(report), unitsAtOnce_(unitsAtOnce), result_(result) {}
+        : words_(words), listeners_(listeners), unitsAtOnce_(unitsAtOnce), result_(result) {}
 
     void take(BodySegment piece) {
         if (open_.empty() && staysAsItIs(piece)) {
@@ -168,9 +168,9 @@ private:
             enough_ = 2 * open_.size(); // so that all attempts cost no more than the last
             return;
         }
-        if (report_ != nullptr) {
+        if (listeners_ != nullptr) {
             for (const Cut& cut : cuts_) {
-                report_->unitsCut(result_.size() + cut.at, cut.units);
+                listeners_->tell(UnitsCut{result_.size() + cut.at, cut.units});
             }
         }
         result_.append(std::u16string(kept_)); // of its own size
@@ -179,7 +179,7 @@ private:
     }
 
     const KeywordTable& words_;
-    ConversionReport* report_;
+    const Listeners* listeners_;
     std::size_t unitsAtOnce_;
     TvmlScript& result_;
     std::u16string open_; // what is at hand
@@ -227,13 +227,13 @@ std::u16string TvmlScript::text() const {
     return whole;
 }
 
-void TvmlScript::removeUnfilledTitles(const KeywordTable& words, ConversionReport* report,
+void TvmlScript::removeUnfilledTitles(const KeywordTable& words, const Listeners* listeners,
                                       std::size_t unitsAtOnce) {
     if (std::ranges::all_of(pieces_, staysAsItIs)) {
         return;
     }
     TvmlScript result;
-    PiecewiseRemoval removal(words, report, unitsAtOnce, result);
+    PiecewiseRemoval removal(words, listeners, unitsAtOnce, result);
     while (!pieces_.empty()) {
         removal.take(std::move(pieces_.front()));
         pieces_.pop_front();
@@ -257,8 +257,8 @@ TvmlScript assembleScript(Run& run, ScriptBody& body) {
     if (skipOn != kNone) {
         run.replaceIn(setting, skipOn, 0, kInitializeStart);
     }
-    if (run.report != nullptr) {
-        run.report->assembled(kHeader.size(), run.state.endingOn);
+    if (run.listeners != nullptr) {
+        run.listeners->tell(Assembled{kHeader.size(), run.state.endingOn});
     }
 
     TvmlScript script;
@@ -269,7 +269,7 @@ TvmlScript assembleScript(Run& run, ScriptBody& body) {
     if (run.state.endingOn) {
         script.append(std::move(run.staging.plain(ending)));
     }
-    script.removeUnfilledTitles(run.words, run.report);
+    script.removeUnfilledTitles(run.words, run.listeners);
     return script;
 }
 

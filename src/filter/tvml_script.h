@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "filter/run.h"
 #include "filter/script_body.h"
+#include "run/run.h"
 
 namespace tvml {
 
@@ -32,10 +32,10 @@ public:
     void writeTalk();
     const std::deque<BodySegment>& pieces() const { return pieces_; }
 
-    // Removes what title cards left without their second text. `report`, when
-    // given, hears of every cut. What is removed does not depend on how many
+    // Removes what title cards left without their second text. `listeners`,
+    // when given, hear of every cut. What is removed does not depend on how many
     // units are looked at together.
-    void removeUnfilledTitles(const KeywordTable& words, ConversionReport* report = nullptr,
+    void removeUnfilledTitles(const KeywordTable& words, const Listeners* listeners = nullptr,
                               std::size_t unitsAtOnce = 16384);
 
 private:

@@ -1,7 +1,7 @@
-// Character commands with a target, a count or model values. Entries: lookAt…,
-// sit, walkSteps, turnDegrees.
-#include "generation/character_call.h"
-#include "generation/command_arguments.h"
+// Commands of a character with a target, a count or model values. Entries:
+// lookAt…, sit, countedMove.
+#include "generation/character_actions.h"
+#include "generation/template_elements.h"
 #include "reading/script_text.h"
 
 namespace tvml {
@@ -9,42 +9,37 @@ namespace {
 
 constexpr std::u16string_view kMissingHipValue = u"N/A";
 
-// The four placeholders of a look at something.
-void fillLook(CharacterCall& call, char16_t who, std::u16string_view target,
-              const AdverbValues& adverbs) {
+// A template with the character, a target or a count, and the usual adverbs.
+void fillWithTarget(const CharacterAction& action, char16_t who, std::u16string_view target) {
+    const AdverbValues& adverbs = action.command.adverbs;
     const std::array<Filling, 4> fillings{{
         {u"$1", letterText(who)},
         {u"$2", target},
         {u"$3", orDefault(adverbs.speed, u"1.0")},
         {u"$4", orDefault(adverbs.blocking, u"yes")},
     }};
-    fillElement(call, call.row.element, fillings);
+    fillElement(action, *elementOf(action.row).character, fillings);
 }
 
-// "walk , fast" and "walk 3 steps, fast": the plain template in the first form,
-// the counting one in the second.
-bool countedMove(CharacterCall& call, CharacterElement plain, std::u16string_view unit) {
-    const KeywordTable& words = call.run.words;
-    const std::u16string_view rest = trimScriptText(call.rest, words);
-    if (startsWithSeparator(rest, words)) {
-        const auto adverbs = readTail(call.run, rest);
-        if (!adverbs.has_value()) {
+// The row without a number: "walk" for "walk ".
+constexpr const CommandSpec& plainRow(const CommandSpec& counted) {
+    for (const CommandSpec& row : kCommands) {
+        if (row.name == counted.name.substr(0, counted.name.size() - 1)) {
+            return row;
+        }
+    }
+    return counted;
+}
+
+constexpr bool countedRowsHavePlainOnes() {
+    for (const CommandSpec& row : kCommands) {
+        if (row.action == Action::countedMove && plainRow(row).action != Action::fillTemplate) {
             return false;
         }
-        fillArguments(call, plain, {Argument::speed, Argument::blocking}, *adverbs);
-        return true;
     }
-    const auto count = readCount(call.run, rest, unit, true);
-    if (!count.has_value()) {
-        return false;
-    }
-    const auto adverbs = readTail(call.run, count->rest);
-    if (!adverbs.has_value()) {
-        return false;
-    }
-    fillLook(call, call.name, count->number, *adverbs);
     return true;
 }
+static_assert(countedRowsHavePlainOnes());
 
 struct HipValues {
     std::u16string_view level;
@@ -61,84 +56,53 @@ HipValues hipValuesOf(const CharacterModel* model) {
 
 } // namespace
 
-bool lookAtFellow(CharacterCall& call) {
-    const auto adverbs = readTail(call.run, call.rest);
-    if (!adverbs.has_value()) {
-        return false;
-    }
-    const bool isFirst = call.name == u'A';
-    fillLook(call, isFirst ? u'A' : u'B', isFirst ? u"B" : u"A", *adverbs);
-    return true;
+void lookAtFellow(const CharacterAction& action) {
+    const bool isFirst = action.name == u'A';
+    fillWithTarget(action, isFirst ? u'A' : u'B', isFirst ? u"B" : u"A");
 }
 
-bool lookAtCharacter(CharacterCall& call) {
-    const std::u16string_view rest = trimScriptText(call.rest, call.run.words);
-    if (rest.empty() || !isShotLetter(rest.front())) {
-        call.run.tell(ScriptProblem::letterInvalid, rest.substr(0, 1));
-        return false;
-    }
-    const char16_t target = programmeLetter(call.run, rest.substr(0, 1));
-    const auto adverbs = readTail(call.run, rest.substr(1));
-    if (!adverbs.has_value()) {
-        return false;
-    }
-    if (target == call.name) {
-        call.run.tell(ScriptProblem::looksAtItself, rest.substr(0, 1));
-        return false;
-    }
-    fillLook(call, call.name, letterText(target), *adverbs);
-    return true;
+void lookAtCharacter(const CharacterAction& action) {
+    fillWithTarget(action, action.name, letterText(action.command.letters[0]));
 }
 
-bool lookAtPicture(CharacterCall& call) {
-    const auto adverbs = readTail(call.run, call.rest);
-    if (!adverbs.has_value()) {
-        return false;
-    }
-    const std::int32_t plate = call.run.state.subImageCount;
+void lookAtPicture(const CharacterAction& action) {
+    const std::int32_t plate = action.run.state.subImageCount;
     if (plate > 0) {
-        fillLook(call, call.name, u"IMAGEPLATE" + decimalText(plate), *adverbs);
+        fillWithTarget(action, action.name, u"IMAGEPLATE" + decimalText(plate));
     } else {
-        call.run.tell(ScriptProblem::conditionNotMet, {}, call.row.name);
-        call.out += u"wait( time=0.0 )\n";
+        action.run.tell(ScriptProblem::conditionNotMet, {}, action.row.name, &action.row);
+        action.out += u"wait( time=0.0 )\n";
     }
-    return true;
 }
 
-bool sit(CharacterCall& call) {
-    const StagingDescription& staging = call.run.staging;
-    if (!staging.currentModel.contains(call.name)) {
-        call.run.tell(ScriptProblem::modelMissing, {}, letterText(call.name));
-        return false;
-    }
-    const std::u16string_view model = staging.currentModelName(call.name);
+void sit(const CharacterAction& action) {
+    const StagingDescription& staging = action.run.staging;
+    const std::u16string_view model = staging.currentModelName(action.name);
     HipValues hip =
-        hipValuesOf(StagingDescription::modelIn(staging.modelsByJapaneseName, call.name, model));
+        hipValuesOf(StagingDescription::modelIn(staging.modelsByJapaneseName, action.name, model));
     if (hip.level.empty() && hip.position.empty()) {
-        hip =
-            hipValuesOf(StagingDescription::modelIn(staging.modelsByEnglishName, call.name, model));
+        hip = hipValuesOf(
+            StagingDescription::modelIn(staging.modelsByEnglishName, action.name, model));
     }
-    const auto adverbs = readTail(call.run, call.rest);
-    if (!adverbs.has_value()) {
-        return false;
-    }
+    const AdverbValues& adverbs = action.command.adverbs;
     const std::array<Filling, 5> fillings{{
-        {u"$1", letterText(call.name)},
-        {u"$2", orDefault(adverbs->speed, u"1.0")},
-        {u"$3", orDefault(adverbs->blocking, u"yes")},
+        {u"$1", letterText(action.name)},
+        {u"$2", orDefault(adverbs.speed, u"1.0")},
+        {u"$3", orDefault(adverbs.blocking, u"yes")},
         {u"$4", orDefault(hip.level, u"*")},
         {u"$5", orDefault(hip.position, u"*")},
     }};
-    fillElement(call, call.row.element, fillings);
-    return true;
+    fillElement(action, *elementOf(action.row).character, fillings);
 }
 
-bool walkSteps(CharacterCall& call) {
-    return countedMove(call, CharacterElement::walk, u"step");
-}
-
-bool turnDegrees(CharacterCall& call) {
-    return countedMove(call, CharacterElement::turn, u"degree");
+// "walk , fast" and "walk 3 steps, fast": the plain template in the first form,
+// the counting one in the second.
+void countedMove(const CharacterAction& action) {
+    if (!action.command.number.empty()) {
+        return fillWithTarget(action, action.name, action.command.number);
+    }
+    const CommandSpec& plain = plainRow(action.row);
+    fillValues(action, *elementOf(plain).character, plain.values);
 }
 
 } // namespace tvml

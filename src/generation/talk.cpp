@@ -4,10 +4,8 @@
 #include <array>
 #include <utility>
 
-#include "reading/brackets.h"
 #include "reading/script_text.h"
 #include "reading/talk_splitter.h"
-#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
@@ -89,25 +87,17 @@ SelectedTalk selectTalkTemplate(Run& run, char16_t letter, bool captioned) {
 // Writes the pieces of one talk line.
 class TalkLine final : public PieceSink {
 public:
-    // `lineStays` is false for a line that the pieces cannot refer to.
-    TalkLine(Run& run, char16_t speaker, TalkOutput out, bool lineStays)
-        : run_(run), speaker_(speaker), out_(out), canWait_(lineStays) {}
+    // `canWait` is false for a line that the pieces cannot refer to.
+    TalkLine(Run& run, const ScriptLine& line, bool mayHoldMarks, TalkOutput out)
+        : run_(run), speaker_(line.actor()), out_(out), blocking_(line.talk()->blocking),
+          mayHoldMarks_(mayHoldMarks), canWait_(!line.talkIsCopied()) {}
 
-    // Speaks a text with the rules of its script.
-    void say(std::u16string_view speech, bool blocking) {
-        blocking_ = blocking;
-        if (!speakerIsKnown()) {
-            return;
-        }
-        if (isAsciiText(speech)) {
-            splitEnglishTalk(speech, run_.words, *this);
-        } else {
-            splitJapaneseTalk(speech, run_.words, *this);
-        }
-    }
+    const KeywordTable& words() const { return run_.words; }
 
-    void sayWithCaption(std::u16string_view speech, std::u16string_view caption, bool blocking) {
-        emit({nullptr, speech, caption, blocking, true});
+    bool speakerIsKnown() const { return speaker_ <= run_.state.lastCharacter; }
+
+    void captioned(std::u16string_view speech, std::u16string_view caption) {
+        emit({nullptr, speech, caption, blocking_, true});
     }
 
     void piece(std::u16string_view text, bool lastOfSpeech, bool cutInWord) override {
@@ -118,8 +108,6 @@ public:
     }
 
 private:
-    bool speakerIsKnown() const { return speaker_ >= u'A' && speaker_ <= run_.state.lastCharacter; }
-
     // A piece that cannot be spoken silences the whole line.
     void emit(TalkPiece piece) {
         const SelectedTalk talk = failed_ || !speakerIsKnown()
@@ -131,11 +119,12 @@ private:
             out_.pieces.clear();
             return;
         }
-        if (run_.report != nullptr) {
-            run_.report->spoken(speaker_, piece.speech, run_.talkSpeed[Run::slot(speaker_)]);
+        if (run_.listeners != nullptr) {
+            run_.outcome.spoken.push_back(
+                {speaker_, piece.speech, run_.talkSpeed[Run::slot(speaker_)]});
         }
         piece.text = talk.text;
-        canWait_ = canWait_ && talk.stays && piece.canWait(run_.line.mayHoldMarks);
+        canWait_ = canWait_ && talk.stays && piece.canWait(mayHoldMarks_);
         if (canWait_) {
             out_.pieces.push_back(piece);
         } else {
@@ -155,98 +144,38 @@ private:
     Run& run_;
     const char16_t speaker_;
     const TalkOutput out_;
+    const bool blocking_; // of the last piece
+    const bool mayHoldMarks_;
     bool canWait_;
-    bool blocking_ = true;
     bool failed_ = false;
 };
 
-// One talk line while its bracket groups are read: `whole` is what is said when
-// no caption is found, `inner` is `whole` without its closing bracket.
-struct Groups {
-    std::u16string_view whole;
-    std::u16string_view inner;
-    bool blocking = true;
-};
-
-std::u16string_view withoutLastUnit(std::u16string_view text, const KeywordTable& words) {
-    text.remove_suffix(text.empty() ? 0 : 1);
-    return trimScriptText(text, words);
+void generateJapaneseTalk(std::u16string_view speech, TalkLine& talk) {
+    splitJapaneseTalk(speech, talk.words(), talk);
 }
 
-std::optional<bool> blockingValue(std::u16string_view group, const KeywordTable& words) {
-    if (group == u"no blocking" || words[u"no_blocking"].equals(group)) {
-        return false;
-    }
-    if (group == u"blocking" || words[u"blocking"].equals(group)) {
-        return true;
-    }
-    return std::nullopt;
-}
-
-void tellUnknownGroup(const Run& run, std::u16string_view inner) {
-    if (run.report == nullptr) {
-        return;
-    }
-    const std::size_t open = findLastOpeningBracket(inner, run.words);
-    run.tell(ScriptProblem::captionWordUnknown, inner.substr(open == kNone ? 0 : open));
-}
-
-void sayCaptionedOrWhole(Run& run, const Groups& groups, TalkLine& talk) {
-    if (const auto group = findCaption(groups.inner, run.words)) {
-        talk.sayWithCaption(trimScriptText(groups.inner.substr(0, group->open), run.words),
-                            group->caption, groups.blocking);
-        return;
-    }
-    tellUnknownGroup(run, groups.inner);
-    talk.say(groups.whole, groups.blocking);
-}
-
-void sayLine(Run& run, std::u16string_view line, TalkLine& talk) {
-    if (!endsWithClosingBracket(line, run.words)) {
-        talk.say(line, true);
-        return;
-    }
-    Groups groups{line, withoutLastUnit(line, run.words)};
-    const std::size_t open = findLastOpeningBracket(groups.inner, run.words);
-    if (open == kNone) {
-        run.tell(ScriptProblem::bracketUnopened, line.substr(line.size() - 1));
-        talk.say(line, true);
-        return;
-    }
-    const auto blocking = blockingValue(dropAndTrim(groups.inner, open + 1, run.words), run.words);
-    if (blocking.has_value()) {
-        groups.blocking = *blocking;
-        groups.whole = trimScriptText(groups.inner.substr(0, open), run.words);
-        const bool anotherGroup =
-            !groups.whole.empty() && (groups.whole.back() == u')' ||
-                                      run.words[u"toji_kakko"].firstUnitIs(groups.whole.back()));
-        if (!anotherGroup) {
-            talk.say(groups.whole, groups.blocking);
-            return;
-        }
-        groups.inner = withoutLastUnit(groups.whole, run.words);
-    }
-    sayCaptionedOrWhole(run, groups, talk);
+void generateEnglishTalk(std::u16string_view speech, TalkLine& talk) {
+    splitEnglishTalk(speech, talk.words(), talk);
 }
 
 } // namespace
 
-void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view line, TalkOutput out) {
-    if (speaker.empty() || line.empty()) {
+void generateTalk(Run& run, const ScriptLine& line, bool mayHoldMarks, TalkOutput out) {
+    if (line.content.empty()) {
         return;
     }
     run.state.talkStarted = true;
-    std::u16string quoted;
-    if (run.line.mayHoldQuotes && findUnit(line, u'"') != kNone) {
-        quoted = line;
-        replaceDoubleQuotes(quoted);
-        if (run.report != nullptr) {
-            run.report->rewritten(line, quoted);
-        }
-        line = quoted;
+    const TalkReading& reading = *line.talk();
+    TalkLine talk(run, line, mayHoldMarks, out);
+    if (reading.captioned) {
+        talk.captioned(reading.speech, reading.caption);
+    } else if (!talk.speakerIsKnown()) {
+        return;
+    } else if (isAsciiText(reading.speech)) {
+        generateEnglishTalk(reading.speech, talk);
+    } else {
+        generateJapaneseTalk(reading.speech, talk);
     }
-    TalkLine talk(run, speaker.front(), out, quoted.empty());
-    sayLine(run, line, talk);
 }
 
 } // namespace tvml

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "filter/run.h"
 #include "generation/talk_piece.h"
+#include "run/run.h"
 
 namespace tvml {
 
@@ -18,9 +18,10 @@ struct TalkOutput {
     std::vector<TalkPiece>& pieces;
 };
 
-// Adds the TVML of one talk line: nothing when the line or the speaker is empty
-// or the speaker cannot talk. Pieces refer to `line` and to the run.
-void generateTalk(Run& run, std::u16string_view speaker, std::u16string_view line, TalkOutput out);
+// Adds the TVML of a talk line: nothing when it is empty or the speaker cannot
+// talk. Pieces refer to the script and to the run. `mayHoldMarks` is false when
+// the line is known to hold no "$".
+void generateTalk(Run& run, const ScriptLine& line, bool mayHoldMarks, TalkOutput out);
 
 } // namespace tvml
 

@@ -23,11 +23,14 @@ std::string counted(std::size_t number, const std::string& what) {
 int runCheck(const Options& options) {
     const Inputs inputs = readInputs(options);
     const ConversionRequest request = inputs.request(options);
-    RunReport report(request, {inputs.scriptName, inputs.descriptionName});
-    convertHere(request, report.listener());
+    Filter filter;
+    AnalysisWants wants;
+    wants.problems = true;
+    Analysis analysis = filter.run(request, wants, VocabularyCheck::always);
+    const Sources sources = inputs.sources(filter.vocabulary());
     const Findings findings =
-        report.findings(options.report(FailureLevel::error), VocabularyCheck::always,
-                        platform::OutputStream::output);
+        findingsOf(std::move(analysis.problems), sources, options.report(FailureLevel::error),
+                   platform::OutputStream::output);
     if (const auto failure =
             platform::writeStream(platform::OutputStream::output, findings.lines)) {
         throw inputOrOutputError(outputName(kStandardStream), {}, *failure);

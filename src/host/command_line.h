@@ -29,8 +29,8 @@ struct Options {
     std::string description;            // empty: the one that comes with the program
     std::string output = "-";
     std::string library; // empty: convert in this program
-    std::int32_t playFrom = 0;
-    std::int32_t playTo = -1; // 0 would end the play before the first line
+    std::int32_t playFrom = kNoLine;
+    std::int32_t playTo = kNoLine;
     InputEncoding encoding = InputEncoding::detect;
     std::optional<InputEncoding> descriptionEncoding; // none: as `encoding`
     OutputEncoding outputEncoding = OutputEncoding::utf8;

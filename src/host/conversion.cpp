@@ -1,12 +1,14 @@
-// Conversion in this program or by a library file. Entries: convertHere,
+// Conversion in this program or by a library file. Entries: Filter,
 // convertWithLibrary.
 #include "host/conversion.h"
 
 #include <filesystem>
 
-#include "filter/tvml_exception.h"
 #include "host/host_error.h"
+#include "host/inputs.h"
+#include "host/text_files.h"
 #include "platform/host_services.h"
+#include "staging/tvml_exception.h"
 
 namespace tvml::host {
 namespace {
@@ -51,15 +53,19 @@ std::u16string callLibrary(platform::FilterLibrary::Function convert, const std:
 
 } // namespace
 
-std::u16string convertHere(const ConversionRequest& request, ConversionReport& report) {
-    // What outlives a call in the library is here for one call only.
-    XmlLibrary xml;
-    xml.hold();
-    KeywordTable words;
-    TvmlIniMirvol settings{platform::system()};
+Filter::Filter() : files_(platform::system()) {
+    files_.load();
+}
+
+Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, VocabularyCheck check) {
+    const bool cutOff = words().problem() != LoadProblem::none;
+    if (check == VocabularyCheck::always || (check == VocabularyCheck::whenCutOff && cutOff)) {
+        vocabularyName_ = fileOfProgram(u"keyword.ini");
+        vocabularyText_ = readVocabulary(vocabularyName_);
+        wants.vocabulary = vocabularyText_;
+    }
     try {
-        ConversionRun run(words, settings, platform::system(), &report);
-        return run.convert(request).text();
+        return analyze({request, files_.words, files_.settings}, wants, platform::system());
     } catch (const TvmlException& problem) {
         throw HostError{kInputOrOutputFailed,
                         "tvmlfilter: error: the XML library failed: " + problem.message()};

@@ -4,12 +4,35 @@
 
 #include <string>
 
-#include "filter/conversion_run.h"
+#include "analysis/analysis.h"
+#include "run/ini_files.h"
 
 namespace tvml::host {
 
-// Converts in this program. Throws a HostError when the run fails.
-std::u16string convertHere(const ConversionRequest& request, ConversionReport& report);
+// Of which vocabularies problems are told: none, those that could not be loaded
+// whole, or every one.
+enum class VocabularyCheck : std::uint8_t { never, whenCutOff, always };
+
+// The filter in this program, with the vocabulary and the settings beside it.
+class Filter {
+public:
+    // Reads both ini files.
+    Filter();
+
+    // Converts and tells what is wanted. Throws a HostError when the run fails.
+    Analysis run(const ConversionRequest& request, AnalysisWants wants,
+                 VocabularyCheck check = VocabularyCheck::never);
+
+    const KeywordTable& words() const { return files_.words; }
+
+    // The file of the words, with its text when run() was to check it.
+    SourceText vocabulary() const { return {vocabularyName_, vocabularyText_}; }
+
+private:
+    IniFiles files_;
+    std::string vocabularyName_;
+    std::u16string vocabularyText_;
+};
 
 // Has the library file convert, by the two calls that any host makes; it tells
 // no problems of the run. The request's texts must be terminated by U+0000 and

@@ -2,16 +2,14 @@
 #include "host/convert_command.h"
 
 #include <filesystem>
-#include <optional>
 #include <system_error>
 
-#include "diagnostics/diagnostics.h"
-#include "diagnostics/report_group.h"
-#include "diagnostics/source_map.h"
 #include "host/archive_command.h"
 #include "host/conversion.h"
 #include "host/host_error.h"
 #include "host/inputs.h"
+#include "host/run_report.h"
+#include "host/source_map_json.h"
 #include "host/text_files.h"
 #include "host/watch.h"
 #include "platform/host_services.h"
@@ -95,31 +93,27 @@ void warnOfHalfPairs(const Options& options, std::u16string_view text) {
 
 struct Converted {
     std::u16string text;
-    std::optional<SourceMap> map; // when it was asked for
-    bool failed = false;          // by its problems
+    Analysis analysis;   // but for the library's
+    bool failed = false; // by its problems
     bool descriptionBroken = false;
 };
 
-// One run for both listeners: another could choose other variants.
-Converted convertMapped(const ConversionRequest& request, RunReport& report) {
-    SourceMapRecorder recorder;
-    ReportGroup listeners({&report.listener(), &recorder});
-    std::u16string text = convertHere(request, listeners);
-    return {std::move(text), recorder.take()};
-}
-
+// One run for all that is wanted: another could choose other variants.
 Converted convert(const Options& options, const Inputs& inputs) {
     const ConversionRequest request = inputs.request(options);
     if (!options.library.empty()) {
-        return {convertWithLibrary(options.library, request), std::nullopt};
+        return {convertWithLibrary(options.library, request), {}};
     }
-    RunReport report(request, {inputs.scriptName, inputs.descriptionName});
-    Converted result = options.sourceMap.empty()
-                           ? Converted{convertHere(request, report.listener()), std::nullopt}
-                           : convertMapped(request, report);
+    Filter filter;
+    AnalysisWants wants;
+    wants.problems = true;
+    wants.sourceMap = wants.elements = !options.sourceMap.empty();
+    Converted result{{}, filter.run(request, wants, VocabularyCheck::whenCutOff)};
+    result.text = std::move(result.analysis.tvml);
+    const Sources sources = inputs.sources(filter.vocabulary());
     const Findings findings =
-        report.findings(options.report(FailureLevel::none), VocabularyCheck::whenCutOff,
-                        platform::OutputStream::error);
+        findingsOf(std::move(result.analysis.problems), sources, options.report(FailureLevel::none),
+                   platform::OutputStream::error);
     // Before the output is written: a writer whose disk is full still learns
     // of them.
     warn(findings.lines);
@@ -128,13 +122,11 @@ Converted convert(const Options& options, const Inputs& inputs) {
     return result;
 }
 
-void writeSourceMap(const Options& options, const Inputs& inputs, const SourceMap& map) {
-    writeBytes(options.sourceMap,
-               sourceMapJson(map,
-                             {std::string(outputName(options.output)), inputs.scriptName,
-                              inputs.descriptionName},
-                             elementPlaces(inputs.description, platform::system()),
-                             platform::system()));
+void writeSourceMap(const Options& options, const Inputs& inputs, const Analysis& analysis) {
+    writeBytes(options.sourceMap, sourceMapJson(analysis.sourceMap,
+                                                {std::string(outputName(options.output)),
+                                                 inputs.scriptName, inputs.descriptionName},
+                                                analysis.elements, platform::system()));
 }
 
 // Everything is read and converted before anything is written, so that a
@@ -150,8 +142,8 @@ int convertOnce(const Options& options) {
                                  "left as it is until the XML of the description is whole again");
     }
     writeScript(options.output, converted.text, options.outputEncoding);
-    if (converted.map.has_value()) {
-        writeSourceMap(options, inputs, *converted.map);
+    if (!options.sourceMap.empty()) {
+        writeSourceMap(options, inputs, converted.analysis);
     }
     return converted.failed ? kProblemsFound : kDone;
 }

@@ -7,10 +7,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "diagnostics/diagnostics.h"
-#include "diagnostics/line_story.h"
-#include "diagnostics/report_group.h"
-#include "diagnostics/source_map.h"
 #include "diagnostics/text_width.h"
 #include "host/conversion.h"
 #include "host/host_error.h"
@@ -95,26 +91,23 @@ void addOutput(const SourceMap& map, std::u16string_view text, std::vector<Expla
 // and the line behind a title may complete it.
 Explanation explain(const Options& options, const Place& place) {
     Explanation result{readInputs(options), {}, {}, 0};
-    const ConversionRequest request = result.inputs.request(options);
-    StoryRecorder stories(place.first, place.last);
-    SourceMapRecorder map;
-    // No line to play to is -1 for the run, 0 for the collector.
-    DiagnosticCollector problems({request.script, 0, 0, request.description});
-    ReportGroup listeners({&stories, &map, &problems});
-    const std::u16string text = convertHere(request, listeners);
-    for (LineStory& story : stories.take()) {
+    AnalysisWants wants;
+    wants.problems = wants.sourceMap = wants.elements = true;
+    wants.stories = {place.first, place.last};
+    Analysis analysis = Filter().run(result.inputs.request(options), wants);
+    for (LineStory& story : analysis.stories) {
         result.lines.push_back({std::move(story), {}, {}});
     }
-    for (Diagnostic& problem : problems.take()) {
+    for (Diagnostic& problem : analysis.problems) {
         const auto line = std::ranges::find(result.lines, problem.line,
                                             [](const Explained& one) { return one.story.line; });
-        if (line != result.lines.end()) {
+        if (problem.source == SourceKind::script && line != result.lines.end()) {
             line->problems.push_back(std::move(problem));
         }
     }
-    addOutput(map.take(), text, result.lines);
-    result.places = elementPlaces(result.inputs.description, platform::system());
-    result.lineCount = stories.lineCount();
+    addOutput(analysis.sourceMap, analysis.tvml, result.lines);
+    result.places = std::move(analysis.elements);
+    result.lineCount = analysis.lineCount;
     return result;
 }
 
@@ -135,7 +128,7 @@ std::string_view kindName(const LineStory& story) {
 }
 
 std::string_view takenByName(TakenBy by) {
-    static constexpr std::array<std::string_view, 4> kNames{"tag", "studio command",
+    static constexpr std::array<std::string_view, 5> kNames{"nothing", "tag", "studio command",
                                                             "character command", "pose"};
     return kNames[static_cast<std::size_t>(by)];
 }
@@ -178,8 +171,7 @@ std::u16string speakerText(const LineStory& story) {
         return story.speaker;
     }
     const bool isTalk = story.kind == LineKind::other && !story.isCommand;
-    const bool byCharacter =
-        story.takenBy == TakenBy::characterCommand || story.takenBy == TakenBy::pose;
+    const bool byCharacter = story.takenBy == TakenBy::character || story.takenBy == TakenBy::pose;
     return isTalk ? u"none, A speaks" : byCharacter ? u"none, A acts" : u"";
 }
 
@@ -191,11 +183,11 @@ void showWords(const LineStory& story, Page& page) {
     if (!story.phrase.empty()) {
         page.row("read as", story.phrase);
     }
-    if (story.takenBy.has_value()) {
-        page.row("taken by", std::string(takenByName(*story.takenBy)) + " \"" +
+    if (story.takenBy != TakenBy::nothing) {
+        page.row("taken by", std::string(takenByName(story.takenBy)) + " \"" +
                                  utf8(harmlessText(story.takenName)) + "\"");
     } else if (story.isCommand || story.kind == LineKind::tag) {
-        page.row("taken by", std::string_view("nothing"));
+        page.row("taken by", takenByName(TakenBy::nothing));
     }
     std::string_view label = "adverbs";
     for (const AdverbStory& adverb : story.adverbs) {
@@ -236,9 +228,10 @@ void showTemplates(const Explanation& all, const LineStory& story, Page& page) {
         page.row(label, line);
         label = "";
     }
-    if (story.startsCard || story.completesCard) {
-        page.row("card", std::string_view(story.startsCard ? "starts here"
-                                                           : "completes that of the line before"));
+    if (story.card != CardStep::none) {
+        page.row("card", std::string_view(story.card == CardStep::starts
+                                              ? "starts here"
+                                              : "completes that of the line before"));
     }
 }
 
@@ -316,7 +309,8 @@ Json jsonOf(const Explanation& all, const Explained& line, const Sources& source
     object["word"] = textOrNull(story.word);
     object["key"] = textOrNull(story.key);
     object["readAs"] = textOrNull(story.phrase);
-    object["takenBy"] = story.takenBy.has_value() ? Json(takenByName(*story.takenBy)) : Json();
+    object["takenBy"] =
+        story.takenBy != TakenBy::nothing ? Json(takenByName(story.takenBy)) : Json();
     object["name"] = textOrNull(story.takenName);
     object["adverbs"] = Json::array();
     for (const AdverbStory& adverb : story.adverbs) {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "filter/conversion_run.h"
+#include "diagnostics/diagnostics.h"
 #include "host/command_line.h"
 
 namespace tvml::host {
@@ -18,6 +18,11 @@ struct Inputs {
     // What the options ask for; it refers to the texts.
     ConversionRequest request(const Options& options) const {
         return {script, options.playFrom, options.playTo, description};
+    }
+
+    // The texts as messages show them.
+    Sources sources(SourceText vocabulary = {}) const {
+        return {{scriptName, script}, {descriptionName, description}, std::move(vocabulary)};
     }
 };
 

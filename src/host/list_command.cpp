@@ -8,18 +8,16 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <set>
+#include <span>
 #include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "diagnostics/element_names.h"
-#include "generation/command_names.h"
 #include "host/conversion.h"
 #include "host/text_files.h"
 #include "host/text_table.h"
 #include "platform/host_services.h"
-#include "reading/command_tables.h"
 #include "reading/script_text.h"
 
 namespace tvml::host {
@@ -34,146 +32,52 @@ std::string utf8(std::u16string_view text) {
     return platform::system().toUtf8(text);
 }
 
-// ---- what is loaded
+// ---- what is offered
 
 // The vocabulary, and the names that a description adds when one is given.
-class Loaded final : public ConversionReport {
-public:
+struct Loaded {
+    Filter filter;
+    ProgrammeOffer offer;
+
     explicit Loaded(const Options& options) {
-        words.load(platform::system());
-        if (!options.description.empty()) {
-            const std::u16string text = readDescription(
-                options.description, options.descriptionEncoding.value_or(options.encoding));
-            convertHere({{}, 0, -1, text}, *this);
+        if (options.description.empty()) {
+            offer = offerOf(filter.words());
+            return;
         }
+        const std::u16string text = readDescription(
+            options.description, options.descriptionEncoding.value_or(options.encoding));
+        AnalysisWants wants;
+        wants.offer = true;
+        offer = filter.run({{}, kNoLine, kNoLine, text}, wants).offer;
     }
 
-    void descriptionRead(const StagingDescription& staging, const TemplateDb&, char16_t,
-                         const DiagnosticLog&) override {
-        tags = staging.tags;
-        poses = staging.poseNames;
-        for (const auto& [name, texts] : staging.poseTemplates) {
-            poseNames.insert(name);
-        }
-    }
-
-    // A word as a script writes it; none when it was never loaded.
-    std::u16string word(Key key) const { return std::u16string(words[key].textOrEmpty()); }
-
-    KeywordTable words;
-    DeclaredTags tags;
-    TextMap poses; // Japanese -> English names
-    std::set<std::u16string> poseNames;
+    const Word& word(Key key) const { return filter.words()[key]; }
 };
 
-// The vocabulary's names that lead to an English one.
-Texts namesFor(const TextMap& names, std::u16string_view english) {
-    Texts found;
-    for (const auto& [name, target] : names) {
-        if (target == english && name != english) {
-            found.push_back(name);
-        }
-    }
-    return found;
-}
-
-// ---- rows
-
-// One thing that can be said: how in English, of which kind, with which words.
-struct Entry {
-    std::u16string name;
-    std::string_view kind;
-    Texts words;
-    std::vector<std::string> keys; // of the words in keyword.ini
+struct KindName {
+    OfferKind kind;
+    std::string_view name;
 };
 
-// What stands before the word of a row, as a writer would put it.
-struct Sample {
-    std::u16string english;
-    std::u16string vocabulary;
-};
+// What the two lists of names hold, and how they call it.
+constexpr std::array<KindName, 7> kCommandKinds{{
+    {OfferKind::staging, "staging"},
+    {OfferKind::action, "character"},
+    {OfferKind::setting, "character"},
+    {OfferKind::voice, "voice"},
+    {OfferKind::untaken, "without effect"},
+    {OfferKind::adverb, "adverb"},
+    {OfferKind::pose, "pose"},
+}};
+constexpr std::array<KindName, 2> kTagKinds{{
+    {OfferKind::marker, "marker"},
+    {OfferKind::tag, "declared"},
+}};
 
-Sample sampleFor(Match match, const Loaded& loaded) {
-    switch (match) {
-    case Match::letter:
-        return {u"B", loaded.word(u"B2")};
-    case Match::twoLetters:
-        return {u"AB", loaded.word(u"A2") + loaded.word(u"B2")};
-    case Match::number:
-        return {u"3", loaded.word(u"num3")};
-    case Match::equals:
-    case Match::starts:
-        break;
-    }
-    return {};
-}
-
-bool holds(const std::vector<std::u16string_view>& names, std::u16string_view name) {
-    return std::ranges::find(names, name) != names.end();
-}
-
-// The table that takes a canonical name. Voices lie between the row of their
-// command and that of the first switch.
-std::string_view kindOf(const CommandRow& row) {
-    if (holds(stagingCommandNames(), row.canonical)) {
-        return "staging";
-    }
-    if (holds(characterCommandNames(), row.canonical)) {
-        return "character";
-    }
-    return row.match == Match::starts ? "voice" : "without effect";
-}
-
-void addWord(Entry& entry, const Loaded& loaded, Key key, std::u16string_view before) {
-    entry.keys.push_back(utf8(key.name()));
-    if (loaded.words[key].loaded()) {
-        entry.words.push_back(std::u16string(before) + loaded.word(key));
-    }
-}
-
-std::vector<Entry> commands(const Loaded& loaded) {
-    std::vector<Entry> entries;
-    for (const CommandRow& row : kCommandRows) {
-        const Sample sample = sampleFor(row.match, loaded);
-        std::u16string name = std::u16string(row.canonical).append(sample.english);
-        name.append(row.suffix);
-        // Two words of different lengths have a row each.
-        if (entries.empty() || entries.back().name != name) {
-            entries.push_back({name, kindOf(row), {}, {}});
-        }
-        for (const RowWord& word : row.words) {
-            addWord(entries.back(), loaded, word.key, sample.vocabulary);
-        }
-    }
-    for (const AdverbRow& row : kAdverbRows) {
-        entries.push_back({std::u16string(row.english), "adverb", {}, {}});
-        addWord(entries.back(), loaded, row.key, {});
-    }
-    for (const std::u16string& name : loaded.poseNames) {
-        entries.push_back({name, "pose", namesFor(loaded.poses, name), {}});
-    }
-    return entries;
-}
-
-std::vector<Entry> tags(const Loaded& loaded) {
-    std::vector<Entry> entries;
-    for (std::size_t i = 0; i < kMarkerCount; ++i) {
-        Entry entry{{}, "marker", {}, {}};
-        Texts english;
-        for (const MarkerSpelling& spelling : markerSpellings(static_cast<Marker>(i))) {
-            if (spelling.english.empty()) {
-                addWord(entry, loaded, spelling.word, {});
-            } else {
-                english.emplace_back(spelling.english);
-            }
-        }
-        entry.name = joined(english, u", ");
-        entries.push_back(std::move(entry));
-    }
-    for (const auto& [name, text] : loaded.tags.tagTexts) {
-        entries.push_back({name, "declared", namesFor(loaded.tags.tagNames, name), {}});
-    }
-    return entries;
+std::u16string englishOf(const OfferedName& name) {
+    Texts all{name.english};
+    all.insert(all.end(), name.otherEnglish.begin(), name.otherEnglish.end());
+    return joined(all, u", ");
 }
 
 // ---- showing
@@ -186,32 +90,42 @@ std::string show(std::string_view table, const Options& options, const TextTable
     return document.dump() + "\n";
 }
 
-std::string showEntries(std::string_view table, const Options& options,
-                        const std::vector<Entry>& entries) {
+std::string showNames(std::string_view table, const Options& options, const Loaded& loaded,
+                      std::span<const KindName> kinds) {
     TextTable text({{u"ENGLISH"}, {u"KIND"}, {u"IN THE VOCABULARY"}});
     Json rows = Json::array();
-    for (const Entry& entry : entries) {
-        text.add({entry.name, std::u16string(entry.kind.begin(), entry.kind.end()),
-                  joined(entry.words, u", ")});
+    for (const OfferedName& name : loaded.offer.names) {
+        const auto kind = std::ranges::find(kinds, name.kind, &KindName::kind);
+        if (kind == kinds.end()) {
+            continue;
+        }
+        const std::u16string english = englishOf(name);
+        text.add({english, std::u16string(kind->name.begin(), kind->name.end()),
+                  joined(name.words, u", ")});
         Json words = Json::array();
-        for (const std::u16string& word : entry.words) {
+        for (const std::u16string& word : name.words) {
             words.push_back(utf8(word));
         }
-        rows.push_back({{"english", utf8(entry.name)},
-                        {"kind", entry.kind},
+        Json keys = Json::array();
+        for (const std::u16string_view key : name.keys) {
+            keys.push_back(utf8(key));
+        }
+        rows.push_back({{"english", utf8(english)},
+                        {"kind", kind->name},
                         {"words", std::move(words)},
-                        {"keys", entry.keys}});
+                        {"keys", std::move(keys)}});
     }
     return show(table, options, text, std::move(rows));
 }
 
-// What each key's word says in English, where a table has it.
-std::map<std::string, std::u16string> meanings(const Loaded& loaded) {
-    std::map<std::string, std::u16string> english;
-    for (const auto& entries : {commands(loaded), tags(loaded)}) {
-        for (const Entry& entry : entries) {
-            for (const std::string& key : entry.keys) {
-                english.emplace(key, entry.name);
+// What each key's word says in English, where a table has it. Colours are not
+// told: their keys are their names.
+std::map<std::u16string_view, std::u16string> meanings(const Loaded& loaded) {
+    std::map<std::u16string_view, std::u16string> english;
+    for (const OfferedName& name : loaded.offer.names) {
+        for (const std::u16string_view key : name.keys) {
+            if (name.kind != OfferKind::colour && name.kind != OfferKind::character) {
+                english.emplace(key, englishOf(name));
             }
         }
     }
@@ -221,12 +135,12 @@ std::map<std::string, std::u16string> meanings(const Loaded& loaded) {
 // Blanks at the ends of a word would not be seen; the ini file wants such a
 // word in quotes as well.
 std::u16string visible(const Loaded& loaded, Key key) {
-    const std::u16string word = loaded.word(key);
-    if (!loaded.words[key].loaded()) {
+    const std::u16string word(loaded.word(key).textOrEmpty());
+    if (!loaded.word(key).loaded()) {
         return u"(not loaded)";
     }
-    const bool blank =
-        word.empty() || loaded.words.isBlank(word.front()) || loaded.words.isBlank(word.back());
+    const KeywordTable& words = loaded.filter.words();
+    const bool blank = word.empty() || words.isBlank(word.front()) || words.isBlank(word.back());
     return blank ? u"\"" + word + u"\"" : word;
 }
 
@@ -236,13 +150,13 @@ std::string showWords(const Options& options, const Loaded& loaded) {
     const auto english = meanings(loaded);
     for (std::size_t i = 0; i < kKeyCount; ++i) {
         const Key key = Key::at(i);
-        const std::string name = utf8(key.name());
-        const auto meaning = english.find(name);
+        const auto meaning = english.find(key.name());
         const bool known = meaning != english.end();
         text.add({std::u16string(key.name()), visible(loaded, key), known ? meaning->second : u""});
         rows.push_back(
-            {{"key", name},
-             {"word", loaded.words[key].loaded() ? Json(utf8(loaded.word(key))) : Json()},
+            {{"key", utf8(key.name())},
+             {"word",
+              loaded.word(key).loaded() ? Json(utf8(loaded.word(key).textOrEmpty())) : Json()},
              {"english", known ? Json(utf8(meaning->second)) : Json()}});
     }
     return show("words", options, text, std::move(rows));
@@ -329,11 +243,11 @@ std::string listing(const Options& options) {
     const Loaded loaded(options);
     switch (options.listed) {
     case ListedTable::tags:
-        return showEntries("tags", options, tags(loaded));
+        return showNames("tags", options, loaded, kTagKinds);
     case ListedTable::words:
         return showWords(options, loaded);
     default:
-        return showEntries("commands", options, commands(loaded));
+        return showNames("commands", options, loaded, kCommandKinds);
     }
 }
 

@@ -1,18 +1,16 @@
-// What a run and its texts have wrong, gathered to be shown. How it is found and
-// worded is the work of the diagnostics; here it is put together, weighed and
-// brought into the form that was asked for.
+// What a run and its texts have wrong, to be shown. How it is found and worded is
+// the work of the diagnostics; here it is weighed and brought into the form that
+// was asked for.
 #ifndef TVML_HOST_RUN_REPORT_H
 #define TVML_HOST_RUN_REPORT_H
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "diagnostics/diagnostic_table.h"
-#include "filter/conversion_run.h"
+#include "diagnostics/diagnostics.h"
 #include "host/host_error.h"
 #include "platform/host_services.h"
 
@@ -41,34 +39,10 @@ struct Findings {
     bool descriptionBroken = false; // its XML; what stands behind the fault is lost
 };
 
-// The names by which messages call the texts.
-struct SourceNames {
-    std::string script;
-    std::string description;
-};
-
-// Of which vocabularies problems are told: every one, or those that could not be
-// loaded whole.
-enum class VocabularyCheck : std::uint8_t { always, whenCutOff };
-
-class RunReport {
-public:
-    // `request` is what the run will convert.
-    RunReport(const ConversionRequest& request, SourceNames names);
-    ~RunReport();
-
-    // To be given to one run.
-    ConversionReport& listener();
-
-    // To be called once, after the run; `stream` is where the lines will go.
-    // Throws a HostError when the XML library fails.
-    Findings findings(const ReportOptions& options, VocabularyCheck vocabulary,
-                      platform::OutputStream stream);
-
-private:
-    class Collector;
-    std::unique_ptr<Collector> collector_;
-};
+// Weighs what was found and brings it into the form that was asked for; `stream`
+// is where the lines will go.
+Findings findingsOf(std::vector<Diagnostic> found, const Sources& sources,
+                    const ReportOptions& options, platform::OutputStream stream);
 
 // A warning about the output, in the form of the findings.
 std::string outputWarning(ReportFormat format, std::string_view file, TextPosition position,

@@ -11,7 +11,6 @@
 #include "host/conversion.h"
 #include "host/host_error.h"
 #include "host/inputs.h"
-#include "host/script_statistics.h"
 #include "host/text_table.h"
 #include "platform/host_services.h"
 #include "reading/script_text.h"
@@ -34,13 +33,14 @@ std::u16string numberText(std::size_t number) {
 
 std::string_view kindName(TakenBy by) {
     // In the order of TakenBy.
-    static constexpr std::array<std::string_view, 4> kNames{"tag", "staging", "character", "pose"};
+    static constexpr std::array<std::string_view, 5> kNames{"nothing", "tag", "staging",
+                                                            "character", "pose"};
     return kNames[static_cast<std::size_t>(by)];
 }
 
 std::string_view useName(FileUse use) {
     // In the order of FileUse.
-    static constexpr std::array<std::string_view, 3> kNames{"picture", "sound", "speech"};
+    static constexpr std::array<std::string_view, 4> kNames{"none", "picture", "sound", "speech"};
     return kNames[static_cast<std::size_t>(use)];
 }
 
@@ -192,8 +192,9 @@ std::string asJson(const ScriptStatistics& counts, const std::filesystem::path& 
 
 int runStats(const Options& options) {
     const Inputs inputs = readInputs(options);
-    ScriptStatistics counts;
-    convertHere(inputs.request(options), counts);
+    AnalysisWants wants;
+    wants.statistics = true;
+    const ScriptStatistics counts = Filter().run(inputs.request(options), wants).statistics;
     const std::filesystem::path folder = folderOf(options.script);
     const std::string result = options.format == ReportFormat::json
                                    ? asJson(counts, folder, inputs.scriptName)

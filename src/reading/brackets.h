@@ -9,6 +9,9 @@
 
 namespace tvml {
 
+// The text begins with an opening bracket and ends with a closing one.
+bool isBracketed(std::u16string_view text, const KeywordTable& words);
+
 // The last opening bracket of `text`: a "(" or any character of `kakko`.
 std::size_t findLastOpeningBracket(std::u16string_view text, const KeywordTable& words);
 
@@ -22,6 +25,11 @@ struct CaptionGroup {
 // which come a caption word, a colon and the caption, which goes on to the end
 // of the text. An empty `kakko` word occurs nowhere here.
 std::optional<CaptionGroup> findCaption(std::u16string_view text, const KeywordTable& words);
+
+// A line in brackets holds such a group, so that it is no command. In one thing
+// the two differ: where the vocabulary's caption word begins the group and has no
+// colon behind it, the English word is tried here, too.
+bool isCaptionCommand(std::u16string_view line, const KeywordTable& words);
 
 } // namespace tvml
 

@@ -6,25 +6,6 @@
 namespace tvml {
 namespace {
 
-constexpr bool rowsFitTheirWords() {
-    for (const CommandRow& row : kCommandRows) {
-        if (row.words.size() == 0 || row.canonical.empty()) {
-            return false;
-        }
-        for (const RowWord& word : row.words) {
-            if (word.units == 0) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
-static_assert(rowsFitTheirWords());
-
-std::size_t lettersOf(Match match) {
-    return match == Match::letter ? 1 : match == Match::twoLetters ? 2 : 0;
-}
-
 // The position of the word in the head when it stands as the row asks, else
 // kNone.
 std::size_t matchWord(Match match, const Word& word, std::u16string_view head) {
@@ -36,7 +17,7 @@ std::size_t matchWord(Match match, const Word& word, std::u16string_view head) {
     case Match::letter:
     case Match::twoLetters: {
         // Looked for at its place first: few heads have it there.
-        const std::size_t place = lettersOf(match);
+        const std::size_t place = lettersBefore(match);
         return head.size() >= place && word.starts(head.substr(place)) && word.findIn(head) == place
                    ? place
                    : kNone;
@@ -48,15 +29,15 @@ std::size_t matchWord(Match match, const Word& word, std::u16string_view head) {
 }
 
 struct RowMatch {
-    const CommandRow* row = nullptr;
+    const CommandSpec* row = nullptr;
     const RowWord* word = nullptr;
     std::size_t position = 0;
 };
 
 RowMatch findRow(std::u16string_view head, const KeywordTable& words, const CommandIndex& index) {
-    const CommandIndex::Rows rows = index.candidates(head);
-    for (std::size_t i = rows._Find_first(); i < rows.size(); i = rows._Find_next(i)) {
-        const CommandRow& row = kCommandRows[i];
+    const RowSet rows = index.candidates(head);
+    for (std::size_t i = rows.next(0); i < kCommands.size(); i = rows.next(i + 1)) {
+        const CommandSpec& row = kCommands[i];
         for (const RowWord& word : row.words) {
             const std::size_t position = matchWord(row.match, words[word.key], head);
             if (position != kNone) {
@@ -67,33 +48,37 @@ RowMatch findRow(std::u16string_view head, const KeywordTable& words, const Comm
     return {};
 }
 
-void replaceFront(std::u16string& phrase, std::size_t units, std::u16string_view canonical) {
-    phrase.replace(0, std::min(units, phrase.size()), canonical);
+std::size_t replaceFront(std::u16string& phrase, std::size_t units, std::u16string_view canonical) {
+    units = std::min(units, phrase.size());
+    phrase.replace(0, units, canonical);
+    return units;
 }
 
 Recognition applyRow(std::u16string& phrase, std::u16string_view head, const RowMatch& match,
                      const KeywordTable& words) {
-    using Outcome = Recognition::Outcome;
-    const CommandRow& row = *match.row;
-    std::u16string canonical(row.canonical);
+    Recognition result{Recognition::Outcome::row, match.row, match.word, match.position};
+    const CommandSpec& spec = *match.row;
+    std::u16string canonical(spec.name);
     std::size_t units = match.word->units;
-    if (row.match == Match::number) {
+    if (spec.match == Match::number) {
         const std::u16string number = parseNumber(head.substr(0, match.position), words);
         if (number.empty()) {
-            return {Outcome::noNumber, match.row, match.word};
+            result.outcome = Recognition::Outcome::noNumber;
+            return result;
         }
-        canonical += number;
+        canonical.append(number).append(u" ").append(unitOf(spec.arguments)).append(u"s");
         units += match.position;
     }
-    for (std::size_t i = 0; i < lettersOf(row.match); ++i) {
+    for (std::size_t i = 0; i < lettersBefore(spec.match); ++i) {
         if (!words.isLetter(head[i])) {
-            return {Outcome::noLetter, match.row, match.word};
+            result.outcome = Recognition::Outcome::noLetter;
+            return result;
         }
         canonical += head[i];
     }
-    canonical += row.suffix;
-    replaceFront(phrase, units, canonical);
-    return {Outcome::row, match.row, match.word};
+    result.replaced = replaceFront(phrase, units, canonical);
+    result.inserted = canonical.size();
+    return result;
 }
 
 bool isDecimalPoint(std::u16string_view unit, const KeywordTable& words) {
@@ -116,21 +101,21 @@ char16_t digitOf(std::u16string_view unit, const KeywordTable& words) {
 } // namespace
 
 CommandIndex::CommandIndex(const KeywordTable& words) {
-    for (std::size_t i = 0; i < kCommandRows.size(); ++i) {
-        const CommandRow& row = kCommandRows[i];
+    for (std::size_t i = 0; i < kCommands.size(); ++i) {
+        const CommandSpec& row = kCommands[i];
         for (const RowWord& rowWord : row.words) {
             const Word& word = words[rowWord.key];
             if (word.loaded() && (row.match == Match::number || !word.hasUnits())) {
-                anyHead_.set(i);
+                anyHead_.insert(i);
             } else if (word.hasUnits()) {
-                byUnitAt_[lettersOf(row.match)][bucketOf(word.textOrEmpty().front())].set(i);
+                byUnitAt_[lettersBefore(row.match)][bucketOf(word.textOrEmpty().front())].insert(i);
             }
         }
     }
 }
 
-CommandIndex::Rows CommandIndex::candidates(std::u16string_view head) const {
-    Rows rows = anyHead_;
+RowSet CommandIndex::candidates(std::u16string_view head) const {
+    RowSet rows = anyHead_;
     for (std::size_t place = 0; place < std::min(byUnitAt_.size(), head.size()); ++place) {
         rows |= byUnitAt_[place][bucketOf(head[place])];
     }
@@ -202,7 +187,7 @@ const AdverbRow* findAdverb(std::u16string_view item, const KeywordTable& words)
 }
 
 bool parseAdverbs(std::u16string_view list, const KeywordTable& words, AdverbValues& values,
-                  std::u16string_view* rejected) {
+                  std::u16string_view* rejected, std::vector<ReadAdverb>* items) {
     if (rejected != nullptr) {
         *rejected = list;
     }
@@ -223,6 +208,9 @@ bool parseAdverbs(std::u16string_view list, const KeywordTable& words, AdverbVal
             return false;
         }
         values.*(row->field) = row->value;
+        if (items != nullptr) {
+            items->push_back({row, item});
+        }
         if (last) {
             return true;
         }
@@ -244,8 +232,10 @@ Recognition recognizeCommand(std::u16string& phrase, const KeywordTable& words,
     if (pose == poseNames.end()) {
         return {};
     }
-    replaceFront(phrase, head.size(), pose->second);
-    return {Recognition::Outcome::pose, nullptr, nullptr};
+    Recognition result{Recognition::Outcome::pose};
+    result.replaced = replaceFront(phrase, head.size(), pose->second);
+    result.inserted = pose->second.size();
+    return result;
 }
 
 } // namespace tvml

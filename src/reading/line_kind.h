@@ -8,8 +8,8 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "reading/marker_spec.h"
 #include "vocabulary/keyword_table.h"
 
 namespace tvml {
@@ -18,23 +18,6 @@ enum class LineKind : std::uint8_t { empty, tag, character, other };
 
 // The text of a kind: "", "tag", "character" or "other".
 std::u16string_view lineKindText(LineKind kind);
-
-// The marker words of tag lines, in the order in which a line is tested.
-enum class Marker : std::uint8_t {
-    title,
-    subtitle,
-    rightSuper,
-    leftSuper,
-    super,
-    mainImage,
-    subImage,
-    bgImage,
-    rightImage,
-    leftImage,
-    music,
-    embeddedTvml,
-};
-inline constexpr std::size_t kMarkerCount = 12;
 
 // The markers that a line can start with, by its first unit: most lines start
 // with none and are spared the comparisons. Made anew when the words change.
@@ -55,23 +38,10 @@ private:
     Markers anyLine_ = 0; // markers with an empty spelling
 };
 
-// Units that `line` loses when it starts with one of the marker's spellings, or
-// kNone when it starts with none. The count is the spelling's fixed one,
-// whatever the length of a vocabulary word.
-std::size_t markerUnits(Marker marker, std::u16string_view line, const KeywordTable& words);
-
-// The English spelling of a marker.
-std::u16string_view markerName(Marker marker);
-
-// One way to write a marker: a fixed English text or a vocabulary word.
-struct MarkerSpelling {
-    std::u16string_view english; // empty for a vocabulary word
-    Key word;
-    std::size_t units; // that a line loses when it starts with it
-};
-
-// All of a marker's, in the order in which a line is tested.
-std::vector<MarkerSpelling> markerSpellings(Marker marker);
+// The marker's spelling that `line` starts with, or null: the first one in their
+// order.
+const MarkerSpelling* markerSpelling(Marker marker, std::u16string_view line,
+                                     const KeywordTable& words);
 
 // An ordered map with text keys that can be searched with views.
 using TextMap = std::map<std::u16string, std::u16string, std::less<>>;

@@ -38,6 +38,13 @@ void replaceDoubleQuotes(std::u16string& text) {
     std::replace(text.begin(), text.end(), u'"', u'\'');
 }
 
+std::size_t unitsOfCharacter(std::u16string_view text, std::size_t at) {
+    const auto isSurrogate = [&](std::size_t position, unsigned kind) {
+        return position < text.size() && (text[position] & 0xFC00u) == kind;
+    };
+    return isSurrogate(at, 0xD800) && isSurrogate(at + 1, 0xDC00) ? 2 : 1;
+}
+
 bool isAsciiText(std::u16string_view text) {
     return !text.empty() && allAscii(text);
 }

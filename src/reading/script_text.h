@@ -43,6 +43,9 @@ void replaceAll(std::u16string& text, std::u16string_view pattern, std::u16strin
 // argument.
 void replaceDoubleQuotes(std::u16string& text);
 
+// The UTF-16 units of the character at `at`: 2 for a surrogate pair, else 1.
+std::size_t unitsOfCharacter(std::u16string_view text, std::size_t at);
+
 // Not empty and every unit below U+0080.
 bool isAsciiText(std::u16string_view text);
 

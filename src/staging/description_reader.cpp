@@ -8,9 +8,9 @@
 #include <stdexcept>
 #include <unordered_map>
 
-#include "filter/tvml_exception.h"
 #include "reading/script_text.h"
 #include "staging/staging_description.h"
+#include "staging/tvml_exception.h"
 
 namespace tvml {
 

@@ -41,6 +41,26 @@ const PoseText* StagingDescription::findPose(std::u16string_view name, char16_t 
     return text == pose->second.end() ? nullptr : &text->second;
 }
 
+bool StagingDescription::hasPose(std::u16string_view name, char16_t letter) const {
+    const PoseText* pose = findPose(name, letter);
+    return pose != nullptr && !pose->text.empty();
+}
+
+std::u16string_view StagingDescription::setNamed(std::u16string_view name) const {
+    const auto english = setEnglishNames.find(name);
+    const auto set =
+        setEnglishFiles.find(english == setEnglishNames.end() ? name : english->second);
+    return set == setEnglishFiles.end() ? std::u16string_view{} : set->first;
+}
+
+bool StagingDescription::hasModel(std::u16string_view name, char16_t letter) const {
+    return findModel(letter, name) != nullptr;
+}
+
+bool StagingDescription::wearsModel(char16_t letter) const {
+    return currentModel.contains(letter);
+}
+
 std::u16string DiagnosticLog::line(const Entry& entry) {
     using enum DescriptionProblem;
     const std::u16string& name = entry.element;

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "reading/line_kind.h"
+#include "reading/programme_names.h"
 #include "staging/staging_elements.h"
 #include "staging/template_db.h"
 #include "staging/xml_parser.h"
@@ -41,7 +41,7 @@ struct PoseText {
 using ModelsByName = std::map<std::u16string, std::shared_ptr<const CharacterModel>, std::less<>>;
 using ModelTable = std::map<char16_t, ModelsByName>;
 
-struct StagingDescription {
+struct StagingDescription final : ProgrammeNames {
     std::array<std::u16string, kPlainElements.size()> plainTexts;
     std::array<std::size_t, kPlainElements.size()> plainElements{}; // 0 for built-in texts
     std::array<SwitchMode, kCharacterElements.size()> characterModes{};
@@ -57,10 +57,8 @@ struct StagingDescription {
     TextMap setEnglishFiles; // English set name -> file
     TextMap setEnglishNames; // Japanese set name -> English set name
 
-    TextMap poseNames; // Japanese pose name -> English pose name
     std::map<std::u16string, std::map<char16_t, PoseText>, std::less<>> poseTemplates;
 
-    DeclaredTags tags;
     std::map<std::u16string, std::size_t, std::less<>> tagElements; // English name -> number
 
     std::u16string& plain(PlainElement element) { return plainTexts[indexOf(element)]; }
@@ -82,6 +80,11 @@ struct StagingDescription {
     // The pose's text for a letter, else for all characters; null when `name`
     // is no pose or has no text for the letter.
     const PoseText* findPose(std::u16string_view name, char16_t letter) const;
+
+    bool hasPose(std::u16string_view name, char16_t letter) const override;
+    std::u16string_view setNamed(std::u16string_view name) const override;
+    bool hasModel(std::u16string_view name, char16_t letter) const override;
+    bool wearsModel(char16_t letter) const override;
 };
 
 // The template collections, one per template element.

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "memory_platform.h"
+#include "run/ini_files.h"
 
 namespace tvml {
 namespace {
@@ -67,13 +68,13 @@ std::u16string vocabularyWith(std::u16string_view lines) {
     return text.append(lines);
 }
 
-std::vector<Diagnostic> foundInScript(std::u16string_view script, const Programme& programme) {
+std::vector<Diagnostic> foundInScript(std::u16string_view script, const TestProgramme& programme) {
     platform::MemoryPlatform platform;
     platform.files[std::u16string(kIniPath)] = programme.vocabulary;
-    KeywordTable words;
-    TvmlIniMirvol settings(platform);
-    return checkScript({script, programme.playFrom, programme.playTo, programme.description}, words,
-                       settings, platform);
+    IniFiles files(platform);
+    files.load();
+    return checkScript({script, programme.playFrom, programme.playTo, programme.description},
+                       files.words, files.settings, platform);
 }
 
 std::vector<Diagnostic> foundInDescription(std::u16string_view description) {
@@ -104,7 +105,7 @@ std::string summary(const std::vector<Diagnostic>& found, std::u16string_view so
     return text;
 }
 
-std::string checkedScript(std::u16string_view script, const Programme& programme) {
+std::string checkedScript(std::u16string_view script, const TestProgramme& programme) {
     return summary(foundInScript(script, programme), script);
 }
 

@@ -22,21 +22,22 @@ std::string utf8(std::u16string_view text);
 std::u16string vocabularyWith(std::u16string_view lines);
 
 // A programme to check: by default the one of the table's examples.
-struct Programme {
+struct TestProgramme {
     std::u16string description = std::u16string(kExampleDescription);
     std::u16string vocabulary = vocabularyWith(u"");
-    std::int32_t playFrom = 0;
-    std::int32_t playTo = 0;
+    std::int32_t playFrom = kNoLine;
+    std::int32_t playTo = kNoLine;
 };
 
-std::vector<Diagnostic> foundInScript(std::u16string_view script, const Programme& programme = {});
+std::vector<Diagnostic> foundInScript(std::u16string_view script,
+                                      const TestProgramme& programme = {});
 std::vector<Diagnostic> foundInDescription(std::u16string_view description);
 std::vector<Diagnostic> foundInVocabulary(std::u16string_view iniText);
 
 std::string summary(const std::vector<Diagnostic>& found, std::u16string_view source);
 
 // As foundIn…, summarised.
-std::string checkedScript(std::u16string_view script, const Programme& programme = {});
+std::string checkedScript(std::u16string_view script, const TestProgramme& programme = {});
 std::string checkedDescription(std::u16string_view description);
 std::string checkedVocabulary(std::u16string_view lines);
 

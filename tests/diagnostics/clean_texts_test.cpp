@@ -50,7 +50,7 @@ TEST(CleanTexts, Examples) {
         ++programmes;
         SCOPED_TRACE(name);
         const std::u16string script = utf16(repositoryFile(name + "/programme.txt"));
-        Programme programme;
+        TestProgramme programme;
         programme.description = utf16(repositoryFile(name + "/description.xml"));
         EXPECT_EQ(warnings(foundInScript(script, programme), script), "");
         EXPECT_EQ(warnings(foundInDescription(programme.description), programme.description), "");
@@ -63,14 +63,14 @@ TEST(CleanTexts, ReadmesScript) {
     const std::size_t start = page.find(u"\n```\n", page.find(u"## Converting a script")) + 5;
     const std::u16string script = page.substr(start, page.find(u"```", start) - start);
     EXPECT_GE(std::count(script.begin(), script.end(), u'\n'), 6);
-    Programme programme;
+    TestProgramme programme;
     programme.description = utf16(repositoryFile("config/default.xml"));
     EXPECT_EQ(checkedScript(script, programme), "");
 }
 
 TEST(CleanTexts, LinesOfTheReferencePage) {
     const std::u16string page = utf16(repositoryFile("docs/script-language.md"));
-    Programme programme;
+    TestProgramme programme;
     programme.description = utf16(repositoryFile("examples/news_ja/description.xml"));
     int lines = 0;
     std::size_t close = 0;

@@ -14,14 +14,15 @@ constexpr double kMost = 1.2;
 std::uint64_t workOf(const std::u16string& script, bool listening) {
     platform::MemoryPlatform memory;
     memory.files[u"/host/keyword.ini"] = iniText(shippedWords());
-    KeywordTable words;
-    TvmlIniMirvol settings(memory);
+    IniFiles files(memory);
+    files.load();
     const std::u16string description =
         u"<staging>" + std::u16string(kTwoCharacters) + u"</staging>";
-    const ConversionRequest request{script, 0, 0, description};
+    const ConversionRequest request{script, kNoLine, kNoLine, description};
     const std::uint64_t before = countedWork();
     DiagnosticCollector collector(request);
-    ConversionRun run(words, settings, memory, listening ? &collector : nullptr);
+    const Listeners listeners{&collector};
+    ConversionRun run(files.words, files.settings, memory, listening ? &listeners : nullptr);
     // What is said is written when the text is wanted.
     EXPECT_FALSE(run.convert(request).text().empty());
     EXPECT_TRUE(collector.take().empty());

@@ -8,6 +8,7 @@
 #include "diagnostics/checking.h"
 #include "diagnostics/element_names.h"
 #include "memory_platform.h"
+#include "run/ini_files.h"
 
 namespace tvml {
 namespace {
@@ -45,11 +46,12 @@ std::u16string tellingDescription() {
 TEST(ElementNames, PlaceholdersAreThoseThatCommandsFill) {
     platform::MemoryPlatform platform;
     platform.files[u"/host/keyword.ini"] = vocabularyWith(u"");
-    KeywordTable words;
-    TvmlIniMirvol settings(platform);
+    IniFiles files(platform);
+    files.load();
     const std::u16string description = tellingDescription();
-    const std::u16string output =
-        ConversionRun(words, settings, platform).convert({kScript, 0, 99, description}).text();
+    const std::u16string output = ConversionRun(files.words, files.settings, platform)
+                                      .convert({kScript, 0, 99, description})
+                                      .text();
     for (const std::u16string& name : elementNames()) {
         const ElementMeaning meaning = meaningOf(name);
         if (description.find(u"<" + name + u">" + name + u" ") == kNone) {

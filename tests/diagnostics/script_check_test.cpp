@@ -13,7 +13,7 @@ struct Row {
     std::string_view suggestions; // of the first diagnostic
 };
 
-void expectTold(const Row& row, const Programme& programme = {}) {
+void expectTold(const Row& row, const TestProgramme& programme = {}) {
     const std::vector<Diagnostic> found = foundInScript(row.script, programme);
     EXPECT_EQ(summary(found, row.script), row.told) << utf8(row.script);
     std::string suggestions;
@@ -129,10 +129,11 @@ TEST(ScriptCheck, PlayedLines) {
         {2, 3, ""},
         {3, 2, "2:1 F404 [Ｂ：はい。]"},
         {1, 4, "2:1 F404 [Ｂ：はい。]"},
-        {-1, 0, "2:1 F404 [Ｂ：はい。]"},
+        {-2, 0, "2:1 F404 [Ｂ：はい。]"},
+        {kNoLine, kNoLine, ""},
     };
     for (const auto& row : rows) {
-        Programme programme;
+        TestProgramme programme;
         programme.playFrom = row.from;
         programme.playTo = row.to;
         EXPECT_EQ(checkedScript(kScript, programme), row.told) << row.from << " to " << row.to;

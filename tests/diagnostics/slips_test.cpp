@@ -18,7 +18,7 @@ struct Slip {
 
 struct Example {
     std::u16string script = utf16(repositoryFile("examples/news_ja/programme.txt"));
-    Programme programme;
+    TestProgramme programme;
 
     Example() { programme.description = utf16(repositoryFile("examples/news_ja/description.xml")); }
 };

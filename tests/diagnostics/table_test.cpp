@@ -10,7 +10,7 @@ namespace {
 class TableRow : public testing::TestWithParam<std::size_t> {};
 
 std::vector<Diagnostic> foundInExample(const DiagnosticRow& row) {
-    Programme programme;
+    TestProgramme programme;
     switch (row.kind) {
     case ExampleKind::playLine:
         programme.playFrom = kExamplePlayFrom;

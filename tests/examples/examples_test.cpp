@@ -4,12 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <sstream>
 
 #include "filter/conversion_run.h"
-#include "generation/command_names.h"
+#include "run/ini_files.h"
 
 namespace tvml {
 namespace {
@@ -17,41 +18,40 @@ namespace {
 using Names = std::set<std::string>;
 
 // Keeps what a conversion tells.
-class Listener final : public ConversionReport {
+class Listener final : public RunListener {
 public:
-    void descriptionRead(const StagingDescription&, const TemplateDb&, char16_t,
-                         const DiagnosticLog& log) override {
-        for (const DiagnosticLog::Entry& entry : log.entries()) {
+    void programmeRead(const Programme& programme) override {
+        for (const DiagnosticLog::Entry& entry : programme.log.entries()) {
             problems.push_back("description: " + utf8Of(entry.element) + ": problem " +
                                std::to_string(static_cast<int>(entry.problem)));
         }
     }
-    void lineStarted(std::int32_t number, std::u16string_view line) override {
-        line_ = std::to_string(number) + ": " + utf8Of(line);
-        lines = number;
-    }
-    void adverbsRead(std::u16string_view, const AdverbValues& values) override {
-        for (const AdverbRow& row : kAdverbRows) {
-            if (values.*row.field == row.value) {
-                adverbs.insert(utf8Of(row.english));
+    void lineConverted(const ScriptLine& line, const LineOutcome& outcome) override {
+        lines = outcome.number;
+        if (line.takenBy() != TakenBy::nothing) {
+            takenNames[line.takenBy()].insert(utf8Of(line.takenName()));
+        }
+        if (line.command() != nullptr) {
+            for (const ReadAdverb& adverb : line.command()->items) {
+                adverbs.insert(utf8Of(adverb.row->english));
+            }
+            if (!line.command()->taken) {
+                problems.push_back(utf8Of(line.text) + ": nobody takes it");
             }
         }
-    }
-    void taken(TakenBy table, std::u16string_view name) override {
-        takenNames[table].insert(utf8Of(name));
-    }
-    void problem(ScriptProblem what, std::u16string_view where, std::u16string_view) override {
-        problems.push_back(line_ + ": problem " + std::to_string(static_cast<int>(what)) +
-                           " at \"" + utf8Of(where) + "\"");
+        for (const auto* all : {&line.problems, &outcome.problems}) {
+            for (const LineProblem& one : *all) {
+                problems.push_back(utf8Of(line.text) + ": problem " +
+                                   std::to_string(static_cast<int>(one.what)) + " at \"" +
+                                   utf8Of(one.where) + "\"");
+            }
+        }
     }
 
     std::vector<std::string> problems;
     std::map<TakenBy, Names> takenNames;
     Names adverbs;
     int lines = 0;
-
-private:
-    std::string line_;
 };
 
 struct Converted {
@@ -61,13 +61,14 @@ struct Converted {
 
 Converted convert(const std::string& script, const std::string& description) {
     Converted result;
-    KeywordTable words;
-    TvmlIniMirvol settings(platform::system());
-    ConversionRun run(words, settings, platform::system(), &result.heard);
+    IniFiles files(platform::system());
+    files.load();
+    const Listeners listeners{&result.heard};
+    ConversionRun run(files.words, files.settings, platform::system(), &listeners);
     const std::u16string scriptText = utf16Of(script);
     const std::u16string descriptionText = utf16Of(description);
-    result.tvml = utf8Of(run.convert({scriptText, 0, -1, descriptionText}).text());
-    EXPECT_EQ(words.problem(), LoadProblem::none);
+    result.tvml = utf8Of(run.convert({scriptText, kNoLine, kNoLine, descriptionText}).text());
+    EXPECT_EQ(files.words.problem(), LoadProblem::none);
     return result;
 }
 
@@ -107,12 +108,14 @@ TEST(Examples, HaveNoProblems) {
     }
 }
 
-Names namesOf(const std::vector<std::u16string_view>& names) {
-    Names result;
-    for (const std::u16string_view name : names) {
-        result.insert(utf8Of(name));
+Names namesOf(std::initializer_list<Taker> takers) {
+    Names names;
+    for (const CommandSpec& row : kCommands) {
+        if (std::ranges::find(takers, row.taker) != takers.end()) {
+            names.insert(utf8Of(row.name));
+        }
     }
-    return result;
+    return names;
 }
 
 void expectShown(const Names& all, const Names& shown, const char* kind) {
@@ -131,15 +134,15 @@ TEST(Examples, ShowTheWholeLanguage) {
         adverbs.insert(example.heard.adverbs.begin(), example.heard.adverbs.end());
     }
     Names markers;
-    for (std::size_t i = 0; i < kMarkerCount; ++i) {
-        markers.insert(utf8Of(markerName(static_cast<Marker>(i))));
+    for (const MarkerSpec& marker : kMarkers) {
+        markers.insert(utf8Of(marker.name));
     }
     Names allAdverbs;
     for (const AdverbRow& row : kAdverbRows) {
         allAdverbs.insert(utf8Of(row.english));
     }
-    expectShown(namesOf(stagingCommandNames()), shown[TakenBy::stagingCommand], "staging command");
-    expectShown(namesOf(characterCommandNames()), shown[TakenBy::characterCommand],
+    expectShown(namesOf({Taker::staging}), shown[TakenBy::staging], "staging command");
+    expectShown(namesOf({Taker::character, Taker::setting}), shown[TakenBy::character],
                 "character command");
     expectShown(markers, shown[TakenBy::tag], "tag line");
     expectShown(allAdverbs, adverbs, "adverb");

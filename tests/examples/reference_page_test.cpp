@@ -9,8 +9,7 @@
 #include <sstream>
 #include <vector>
 
-#include "generation/command_names.h"
-#include "reading/command_tables.h"
+#include "reading/command_spec.h"
 #include "reading/line_kind.h"
 #include "staging/staging_elements.h"
 
@@ -101,56 +100,34 @@ Sample sampleFor(Match match) {
     return {};
 }
 
-// The page's row of a canonical name, with the words of every table row that
-// writes it; empty when recognition does not know the name.
-std::string rowOfCommand(std::u16string_view canonical) {
-    std::u16string english;
-    Spellings vocabulary;
-    for (const CommandRow& row : kCommandRows) {
-        if (row.canonical != canonical) {
-            continue;
-        }
-        const Sample sample = sampleFor(row.match);
-        english = std::u16string(row.canonical).append(sample.english).append(row.suffix);
-        for (const RowWord& word : row.words) {
-            vocabulary.push_back(sample.vocabulary + textOf(word.key));
-        }
+std::string rowOf(const CommandSpec& command) {
+    const Sample sample = sampleFor(command.match);
+    std::u16string english = std::u16string(command.name).append(sample.english);
+    if (command.match == Match::number) {
+        english.append(u" ").append(unitOf(command.arguments)).append(u"s");
     }
-    return english.empty() ? std::string{} : pageRow(english, vocabulary);
+    Spellings vocabulary;
+    for (const RowWord& word : command.words) {
+        vocabulary.push_back(sample.vocabulary + textOf(word.key));
+    }
+    return pageRow(english, vocabulary);
 }
 
-Rows rowsOfCommands(const std::vector<std::u16string_view>& names) {
+Rows rowsOf(std::initializer_list<Taker> takers) {
     Rows rows;
-    for (const std::u16string_view name : names) {
-        rows.push_back(rowOfCommand(name));
+    for (const CommandSpec& command : kCommands) {
+        if (std::find(takers.begin(), takers.end(), command.taker) != takers.end()) {
+            rows.push_back(rowOf(command));
+        }
     }
     return rows;
 }
 
-// The voice types have the names of their keys.
-bool isVoice(std::u16string_view canonical) {
-    const auto* first = &kKeys[Key(u"man_ja").index()];
-    const auto* last = &kKeys[Key(u"littlekid").index()];
-    return std::find(first, last + 1, canonical) != last + 1;
-}
-
 TEST(ReferencePage, CommandsAreThoseOfTheTables) {
-    const auto staging = stagingCommandNames();
-    const auto character = characterCommandNames();
-    Rows voices;
-    Rows withoutEffect;
-    for (const CommandRow& row : kCommandRows) {
-        const auto isRow = [&row](std::u16string_view name) { return name == row.canonical; };
-        if (std::none_of(staging.begin(), staging.end(), isRow) &&
-            std::none_of(character.begin(), character.end(), isRow)) {
-            (isVoice(row.canonical) ? voices : withoutEffect)
-                .push_back(rowOfCommand(row.canonical));
-        }
-    }
-    expectSection("Staging commands", rowsOfCommands(staging));
-    expectSection("Character commands", rowsOfCommands(character));
-    expectSection("Voices", voices);
-    expectSection("Words without effect", withoutEffect);
+    expectSection("Staging commands", rowsOf({Taker::staging}));
+    expectSection("Character commands", rowsOf({Taker::character, Taker::setting}));
+    expectSection("Voices", rowsOf({Taker::voice}));
+    expectSection("Words without effect", rowsOf({Taker::nobody}));
 }
 
 TEST(ReferencePage, AdverbsAndColoursAreThoseOfTheTables) {
@@ -160,8 +137,8 @@ TEST(ReferencePage, AdverbsAndColoursAreThoseOfTheTables) {
     }
     expectSection("Adverbs", adverbs);
     Rows colours;
-    for (std::size_t i = Key(u"black").index(); i <= Key(u"gray").index(); ++i) {
-        colours.push_back(pageRow(Key::at(i).name(), {textOf(Key::at(i))}));
+    for (const ColourSpec& colour : kColours) {
+        colours.push_back(pageRow(colour.word.name(), {textOf(colour.word)}));
     }
     expectSection("Colours", colours);
 }
@@ -181,15 +158,16 @@ TEST(ReferencePage, MarkersAreThoseOfTheReader) {
     Spellings known;
     const Rows rows = rowsOfSection("Markers");
     ASSERT_EQ(rows.size(), kMarkerCount);
-    for (std::size_t i = 0; i < kMarkerCount; ++i) {
-        const auto marker = static_cast<Marker>(i);
-        const std::string start = "| " + inBackquotes(markerName(marker));
+    for (const MarkerSpec& marker : kMarkers) {
+        const std::string start = "| " + inBackquotes(marker.name);
         const auto row = std::find_if(rows.begin(), rows.end(), [&](const std::string& candidate) {
             return candidate.starts_with(start);
         });
         ASSERT_NE(row, rows.end()) << start;
         for (const std::u16string& spelling : spellingsIn(*row)) {
-            EXPECT_EQ(markerUnits(marker, spelling, words()), spelling.size()) << utf8Of(spelling);
+            const MarkerSpelling* read = markerSpelling(marker.marker, spelling, words());
+            ASSERT_NE(read, nullptr) << utf8Of(spelling);
+            EXPECT_EQ(read->units, spelling.size()) << utf8Of(spelling);
             known.push_back(spelling);
         }
     }

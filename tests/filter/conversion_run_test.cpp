@@ -45,8 +45,8 @@ TEST(ConversionRun, Lines) {
 // A description ends at its terminator and may come without anything.
 TEST(ConversionRun, Descriptions) {
     platform::MemoryPlatform memory;
-    KeywordTable words;
-    TvmlIniMirvol settings(memory);
+    const KeywordTable words;
+    const TvmlIniMirvol settings(memory);
     const auto convert = [&](std::u16string_view description) {
         return shown(
             ConversionRun(words, settings, memory).convert({u"", 9, 9, description}).text());

@@ -29,6 +29,8 @@ std::uint64_t workOf(const std::u16string& script, const std::u16string& descrip
     static TvmlIniMirvol settings(memory);
     words.load(memory);
     const std::uint64_t before = countedWork();
+    words.load(memory);
+    settings.load();
     ConversionRun(words, settings, memory).convert({script, 0, 0, description});
     return countedWork() - before;
 }

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "filter/tvml_exception.h"
+#include "staging/tvml_exception.h"
 #include "support/rows.h"
 
 namespace tvml {

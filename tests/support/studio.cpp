@@ -115,16 +115,22 @@ Studio::Studio(std::u16string_view elements, Words words) {
 }
 
 std::string Studio::whole(std::u16string_view script, std::int32_t playFrom, std::int32_t playTo,
-                          ConversionReport* report) {
+                          RunListener* listener) {
     const std::u16string lines = expand(script);
-    ConversionRun run(words_, settings_, platform, report);
+    files_.load();
+    Listeners listeners;
+    if (listener != nullptr) {
+        listeners.add(*listener);
+    }
+    ConversionRun run(files_.words, files_.settings, platform,
+                      listener != nullptr ? &listeners : nullptr);
     return shown(run.convert({lines, playFrom, playTo, description_}).text());
 }
 
 std::string Studio::body(std::u16string_view script, std::int32_t playFrom, std::int32_t playTo,
-                         ConversionReport* report) {
+                         RunListener* listener) {
     constexpr std::string_view kInitializeEnd = "//! initializeEnd|";
-    const std::string text = whole(script, playFrom, playTo, report);
+    const std::string text = whole(script, playFrom, playTo, listener);
     const std::size_t found = text.find(kInitializeEnd);
     return found == text.npos ? "no initializeEnd: " + text
                               : text.substr(found + kInitializeEnd.size());

@@ -13,6 +13,7 @@
 
 #include "filter/conversion_run.h"
 #include "platform/memory_platform.h"
+#include "run/ini_files.h"
 
 namespace tvml {
 
@@ -55,15 +56,14 @@ public:
 
     // The whole script, and what it has behind the opening. -1 is no line.
     std::string whole(std::u16string_view script, std::int32_t playFrom = -1,
-                      std::int32_t playTo = -1, ConversionReport* report = nullptr);
+                      std::int32_t playTo = -1, RunListener* listener = nullptr);
     std::string body(std::u16string_view script, std::int32_t playFrom = -1,
-                     std::int32_t playTo = -1, ConversionReport* report = nullptr);
+                     std::int32_t playTo = -1, RunListener* listener = nullptr);
 
     platform::MemoryPlatform platform;
 
 private:
-    KeywordTable words_;
-    TvmlIniMirvol settings_{platform};
+    IniFiles files_{platform};
     std::u16string description_;
 };
 

@@ -50,10 +50,12 @@ TEST_F(ShippedWords, MarkersLoseJustThemselves) {
     };
     for (const auto& row : rows) {
         const std::u16string line = std::u16string(text(row.key)) + u"：x";
-        EXPECT_EQ(markerUnits(row.marker, line, words), text(row.key).size()) << shown(line);
+        const MarkerSpelling* spelling = markerSpelling(row.marker, line, words);
+        ASSERT_NE(spelling, nullptr) << shown(line);
+        EXPECT_EQ(spelling->units, text(row.key).size()) << shown(line);
         for (std::size_t other = 0; other < kMarkerCount; ++other) {
             EXPECT_TRUE(other == static_cast<std::size_t>(row.marker) ||
-                        markerUnits(static_cast<Marker>(other), line, words) == kNone)
+                        markerSpelling(static_cast<Marker>(other), line, words) == nullptr)
                 << shown(line) << " is taken by marker " << other;
         }
     }
@@ -62,7 +64,7 @@ TEST_F(ShippedWords, MarkersLoseJustThemselves) {
 // Every form of every row becomes the row's canonical text, with nothing left
 // over and no other row in its way.
 TEST_F(ShippedWords, EveryCommandIsRecognisedWhole) {
-    for (const CommandRow& row : kCommandRows) {
+    for (const CommandSpec& row : kCommands) {
         const std::u16string_view before = row.match == Match::letter       ? u"Ａ"
                                            : row.match == Match::twoLetters ? u"ｂA"
                                            : row.match == Match::number     ? u"１２"
@@ -71,8 +73,9 @@ TEST_F(ShippedWords, EveryCommandIsRecognisedWhole) {
         for (const RowWord& word : row.words) {
             std::u16string phrase(before);
             phrase.append(text(word.key)).append(u"、遅く");
-            EXPECT_EQ(recognized(phrase),
-                      shown(row.canonical) + inserted + shown(row.suffix) + "、遅く");
+            const std::string unit =
+                row.match == Match::number ? " " + shown(unitOf(row.arguments)) + "s" : "";
+            EXPECT_EQ(recognized(phrase), shown(row.name) + inserted + unit + "、遅く");
         }
     }
 }

@@ -1,0 +1,59 @@
+// One conversion, heard by all who were asked for. Entry: analyze.
+#include "analysis/analysis.h"
+
+#include <iterator>
+
+#include "filter/conversion_run.h"
+
+namespace tvml {
+namespace {
+
+void append(std::vector<Diagnostic>& all, std::vector<Diagnostic> more) {
+    all.insert(all.end(), std::make_move_iterator(more.begin()),
+               std::make_move_iterator(more.end()));
+}
+
+} // namespace
+
+Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
+                 const platform::Platform& platform) {
+    const ConversionRequest& conversion = request.conversion;
+    DiagnosticCollector problems(conversion);
+    StoryRecorder stories(wants.stories.first, wants.stories.last);
+    SourceMapRecorder map;
+    BeatRecorder beats;
+    Analysis result;
+    OfferRecorder offer(result.offer);
+    Listeners listeners;
+    const auto listen = [&listeners](bool wanted, RunListener& listener) {
+        if (wanted) {
+            listeners.add(listener);
+        }
+    };
+    listen(wants.problems, problems);
+    listen(wants.stories.last >= wants.stories.first, stories);
+    listen(wants.sourceMap, map);
+    listen(wants.beats, beats);
+    listen(wants.statistics, result.statistics);
+    listen(wants.offer, offer);
+
+    ConversionRun run(request.words, request.settings, platform, &listeners);
+    result.tvml = run.convert(conversion).text();
+    if (wants.vocabulary.has_value()) {
+        append(result.problems, checkVocabulary(request.words, *wants.vocabulary));
+    }
+    if (wants.problems) {
+        append(result.problems, checkDescription(conversion.description, request.words, platform));
+        append(result.problems, problems.take());
+    }
+    if (wants.elements) {
+        result.elements = elementPlaces(conversion.description, platform);
+    }
+    result.stories = stories.take();
+    result.lineCount = stories.lineCount();
+    result.sourceMap = map.take();
+    result.beats = beats.take();
+    return result;
+}
+
+} // namespace tvml
