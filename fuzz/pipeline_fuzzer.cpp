@@ -45,8 +45,6 @@ void checkDelivery(const TvmlScript& script) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static XmlLibrary library;
-    library.hold();
     std::string_view input = fuzz::inputOf(data, size);
     const std::u16string script = fuzz::unitsOf(fuzz::takeField(input));
     const std::u16string description = fuzz::unitsOf(fuzz::takeField(input));

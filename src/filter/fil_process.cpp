@@ -13,7 +13,6 @@ namespace {
 
 // All that outlives a call.
 struct Process {
-    tvml::XmlLibrary xml; // stays initialised, so that calls do not pay for it
     tvml::KeywordTable words;
     tvml::TvmlIniMirvol settings{tvml::platform::system()};
 };
@@ -45,7 +44,6 @@ extern "C" std::int32_t fil_process(const char16_t* script, std::int32_t playFro
                                     std::int32_t playTo, const char16_t* description,
                                     char16_t* output, std::int32_t outputSize) {
     try {
-        process.xml.hold();
         tvml::ConversionRun run(process.words, process.settings, tvml::platform::system());
         const std::u16string_view text = textOrEmpty(script);
         tvml::TvmlScript result = run.convert({text, playFrom, playTo, textOrEmpty(description)});

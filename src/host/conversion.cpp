@@ -53,8 +53,6 @@ std::u16string callLibrary(platform::FilterLibrary::Function convert, const std:
 
 std::u16string convertHere(const ConversionRequest& request, ConversionReport& report) {
     // What outlives a call in the library is here for one call only.
-    XmlLibrary xml;
-    xml.hold();
     KeywordTable words;
     TvmlIniMirvol settings{platform::system()};
     try {

@@ -133,8 +133,7 @@ void writeSourceMap(const Options& options, const Inputs& inputs, const SourceMa
                sourceMapJson(map,
                              {std::string(outputName(options.output)), inputs.scriptName,
                               inputs.descriptionName},
-                             elementPlaces(inputs.description, platform::system()),
-                             platform::system()));
+                             elementPlaces(inputs.description), platform::system()));
 }
 
 // Everything is read and converted before anything is written, so that a

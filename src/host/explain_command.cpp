@@ -113,7 +113,7 @@ Explanation explain(const Options& options, const Place& place) {
         }
     }
     addOutput(map.take(), text, result.lines);
-    result.places = elementPlaces(result.inputs.description, platform::system());
+    result.places = elementPlaces(result.inputs.description);
     result.lineCount = stories.lineCount();
     return result;
 }

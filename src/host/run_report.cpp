@@ -37,9 +37,7 @@ public:
     Collector(const ConversionRequest& request, SourceNames names)
         : request_(request), names_(std::move(names)),
           script_({request.script, request.playFrom, std::max(request.playTo, 0),
-                   request.description}) {
-        xml_.hold();
-    }
+                   request.description}) {}
 
     ConversionReport& listener() { return script_; }
 
@@ -91,7 +89,6 @@ private:
         }
     }
 
-    XmlLibrary xml_; // held from the run to the description check: its start is dear
     const ConversionRequest request_;
     SourceNames names_;
     std::string vocabularyName_;
