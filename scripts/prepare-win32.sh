@@ -247,18 +247,18 @@ build_prefix() {
   [ -f "$from/CMakeLists.txt" ] || from=${sources[0]%/}
 
   say "building expat"
-  # Its form of 16-bit units; what its build makes of EXPAT_CHAR_TYPE is a
-  # wchar_t, which is not what the code is compiled with.
-  cross_configure expat "$from" -DEXPAT_BUILD_TOOLS=OFF -DEXPAT_BUILD_EXAMPLES=OFF \
-    -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_DOCS=OFF -DEXPAT_SHARED_LIBS=OFF \
-    -DCMAKE_C_FLAGS="-mstackrealign -DXML_UNICODE"
+  cross_configure expat "$from" -DEXPAT_CHAR_TYPE=ushort -DEXPAT_BUILD_TOOLS=OFF \
+    -DEXPAT_BUILD_EXAMPLES=OFF -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_DOCS=OFF \
+    -DEXPAT_SHARED_LIBS=OFF
+  # CMake defines it without a value, which Debian's corrections compare with 1.
+  sed -i 's/^#define XML_DTD$/#define XML_DTD 1/' "$scratch/expat/expat_config.h" ||
+    fail "expat's configuration could not be corrected"
   run expat-build cmake --build "$scratch/expat" --parallel "$jobs" ||
     fail "expat could not be built"
   run expat-install env DESTDIR="$stage" cmake --install "$scratch/expat" ||
     fail "expat could not be installed into the cache"
-  # As it is called where it comes with the system.
-  mv "$stage$prefix/lib/libexpat.a" "$stage$prefix/lib/libexpatw.a" ||
-    fail "expat was not built as libexpat.a"
+  [ -f "$stage$prefix/lib/libexpatw.a" ] ||
+    fail "expat was not built with 16-bit characters"
 
   say "building GoogleTest"
   cross_configure googletest /usr/src/googletest

@@ -9,12 +9,6 @@
 namespace tvml {
 namespace {
 
-void check(bool withinLimit, std::u16string_view problem) {
-    if (!withinLimit) {
-        throw XmlFault{problem};
-    }
-}
-
 // Calls `visit` with the name in every reference that opens with `mark`.
 template <typename Visit>
 void forEachReference(std::u16string_view text, char16_t mark, Visit visit) {
@@ -33,7 +27,7 @@ void DocumentType::declareEntity(std::u16string_view name, bool isParameter,
     countDeclaration();
     checkWithoutColon(name);
     const std::u16string_view text = value.value_or(std::u16string_view{});
-    check(text.size() <= kLongestEntity, u"an entity is too long");
+    checkXml(text.size() <= kLongestEntity, u"an entity is too long");
     expansionsLeft_ = std::min(expansionsLeft_, kAddedUnits / (text.size() + 1));
     if (value.has_value()) {
         (isParameter ? parameter_ : general_)
@@ -45,6 +39,9 @@ void DocumentType::addToken(std::u16string_view token) {
     if (token.starts_with(u"<!")) {
         startDeclaration(token);
         return;
+    }
+    if (token == u">") {
+        state_ = State::other;
     }
     if (token.find_first_not_of(u" \t\r\n") == token.npos) {
         return;
@@ -107,11 +104,11 @@ XmlEntity* DocumentType::findEntity(std::u16string_view name) {
 }
 
 void DocumentType::countDeclaration() {
-    check(++declarations_ <= kMostDeclarations, u"the document type has too many declarations");
+    checkXml(++declarations_ <= kMostDeclarations, u"the document type has too many declarations");
 }
 
 void DocumentType::countExpansions(std::size_t count) {
-    check(count <= expansionsLeft_, u"the entities expand too far");
+    checkXml(count <= expansionsLeft_, u"the entities expand too far");
     expansionsLeft_ -= count;
 }
 
@@ -129,7 +126,7 @@ void DocumentType::countParameterReferences(std::u16string_view text) {
 // through entities that contain themselves.
 std::size_t DocumentType::weightOf(Entities& entities, XmlEntity& entity, char16_t mark,
                                    std::size_t levels) {
-    check(levels > 0, u"the entities expand too far");
+    checkXml(levels > 0, u"the entities expand too far");
     if (!entity.weight.has_value()) {
         entity.weight = 1 + weightOfReferences(entities, entity.value, mark, levels - 1);
     }

@@ -16,6 +16,12 @@ struct XmlFault {
     std::u16string_view name{};
 };
 
+inline void checkXml(bool right, std::u16string_view message, std::u16string_view name = {}) {
+    if (!right) {
+        throw XmlFault{message, name};
+    }
+}
+
 // Where people look for an error: where the library names it, behind the
 // reference there, or where the text ended too early.
 enum class XmlErrorPlace : std::uint8_t { named, behindReference, endOfText };

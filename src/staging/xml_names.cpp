@@ -13,12 +13,6 @@ constexpr std::u16string_view kXmlns = u"xmlns";
 constexpr std::u16string_view kXmlNamespace = u"http://www.w3.org/XML/1998/namespace";
 constexpr std::u16string_view kXmlnsNamespace = u"http://www.w3.org/2000/xmlns/";
 
-void check(bool right, std::u16string_view problem, std::u16string_view name = {}) {
-    if (!right) {
-        throw XmlFault{problem, name};
-    }
-}
-
 // What may stand in a name, but not first.
 bool canBeFirst(char16_t unit) {
     return !(unit >= u'0' && unit <= u'9') && unit != u'-' && unit != u'.' && unit != u'\u00B7';
@@ -32,14 +26,15 @@ bool declaresNamespace(std::u16string_view name) {
 
 void checkQualified(std::u16string_view name) {
     const std::size_t colon = name.find(u':');
-    check(colon == name.npos ||
-              (colon > 0 && colon + 1 < name.size() && canBeFirst(name[colon + 1]) &&
-               name.find(u':', colon + 1) == name.npos),
-          u"invalid name '{}'", name);
+    checkXml(colon == name.npos ||
+                 (colon > 0 && colon + 1 < name.size() && canBeFirst(name[colon + 1]) &&
+                  name.find(u':', colon + 1) == name.npos),
+             u"invalid name '{}'", name);
 }
 
 void checkWithoutColon(std::u16string_view name) {
-    check(name.find(u':') == name.npos, u"colon is illegal in names when namespaces are enabled");
+    checkXml(name.find(u':') == name.npos,
+             u"colon is illegal in names when namespaces are enabled");
 }
 
 void Namespaces::open(std::u16string_view element,
@@ -70,14 +65,14 @@ void Namespaces::declare(const XmlNode::Attribute& attribute) {
     const QualifiedName name(attribute.name);
     const bool hasPrefix = !name.prefix.empty();
     const bool isXml = hasPrefix && name.local == kXml;
-    check(!hasPrefix || name.local != kXmlns, u"'xmlns' cannot be used as a prefix");
-    check(!isXml || attribute.value == kXmlNamespace,
-          u"the prefix 'xml' cannot stand for another namespace");
-    check(!hasPrefix || !attribute.value.empty(), u"the namespace of prefix '{}' is empty",
-          name.local);
-    check(attribute.value != kXmlnsNamespace, u"the namespace of 'xmlns' cannot be used");
-    check(isXml || attribute.value != kXmlNamespace,
-          u"no other prefix can stand for the namespace of 'xml'");
+    checkXml(!hasPrefix || name.local != kXmlns, u"'xmlns' cannot be used as a prefix");
+    checkXml(!isXml || attribute.value == kXmlNamespace,
+             u"the prefix 'xml' cannot stand for another namespace");
+    checkXml(!hasPrefix || !attribute.value.empty(), u"the namespace of prefix '{}' is empty",
+             name.local);
+    checkXml(attribute.value != kXmlnsNamespace, u"the namespace of 'xmlns' cannot be used");
+    checkXml(isXml || attribute.value != kXmlNamespace,
+             u"no other prefix can stand for the namespace of 'xml'");
     if (hasPrefix) {
         const auto at = prefixes_.try_emplace(std::u16string(name.local)).first;
         declared_.push_back(at);
@@ -93,8 +88,8 @@ std::u16string_view Namespaces::namespaceOf(std::u16string_view prefix) const {
         return prefix == kXml ? kXmlNamespace : kXmlnsNamespace;
     }
     const auto found = prefixes_.find(prefix);
-    check(found != prefixes_.end() && !found->second.empty(),
-          u"prefix '{}' can not be resolved to namespace URI", prefix);
+    checkXml(found != prefixes_.end() && !found->second.empty(),
+             u"prefix '{}' can not be resolved to namespace URI", prefix);
     return found->second.back();
 }
 
@@ -108,8 +103,8 @@ void Namespaces::checkAttributes(const std::vector<XmlNode::Attribute>& attribut
         if (name.prefix.empty() || i >= specified) {
             continue;
         }
-        check(std::find(seen.begin(), seen.end(), resolved) == seen.end(),
-              u"attribute '{}' is already specified for this element", name.local);
+        checkXml(std::find(seen.begin(), seen.end(), resolved) == seen.end(),
+                 u"attribute '{}' is already specified for this element", name.local);
         seen.push_back(resolved);
     }
 }

@@ -16,6 +16,7 @@
 #include "staging/xml_limits.h"
 #include "staging/xml_names.h"
 #include "staging/xml_stand_ins.h"
+#include "vocabulary/word.h"
 
 namespace tvml {
 namespace {
@@ -29,8 +30,6 @@ constexpr std::u16string_view kByteOrder = u"\uFEFF";
 // shows that the text is complete.
 constexpr std::u16string_view kWrapperStart = u"<_>";
 constexpr std::u16string_view kWrapperEnd = u"</_>";
-
-constexpr auto kNone = std::u16string_view::npos;
 
 // The library counts in int.
 constexpr std::size_t kMostUnitsAtOnce = std::size_t{1} << 28;
@@ -260,12 +259,6 @@ private:
     std::size_t seen_ = 0; // end of what is seen of the document type
 };
 
-void check(bool withinLimit, std::u16string_view problem) {
-    if (!withinLimit) {
-        throw XmlFault{problem};
-    }
-}
-
 // ---- from and to the library
 
 template <typename Step> void Reader::guarded(Step step) {
@@ -431,7 +424,7 @@ void Reader::onStart(const XML_Char* name, const XML_Char** attributes) {
     }
     flushText();
     doctype_.countReferences(sourceOf(at));
-    check(open_.size() < kMostDepth, u"the elements are nested too deeply");
+    checkXml(open_.size() < kMostDepth, u"the elements are nested too deeply");
     const std::u16string_view kept = nameOf(standIns_.original(unitsOf(name), original_));
     addElement(kept, attributesOf(attributes));
     ++elements_;
@@ -445,7 +438,7 @@ std::vector<XmlNode::Attribute> Reader::attributesOf(const XML_Char** attributes
     while (attributes[2 * count] != nullptr) {
         ++count;
     }
-    check(count <= kMostAttributes, u"an element has too many attributes");
+    checkXml(count <= kMostAttributes, u"an element has too many attributes");
     std::vector<XmlNode::Attribute> kept;
     kept.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -460,7 +453,7 @@ std::vector<XmlNode::Attribute> Reader::attributesOf(const XML_Char** attributes
 
 void Reader::addDefault(const XmlNode::Attribute& attribute) {
     addedUnits_ += kAttributeUnits + attribute.value.size();
-    check(addedUnits_ <= kAddedUnits, u"too many attributes have default values");
+    checkXml(addedUnits_ <= kAddedUnits, u"too many attributes have default values");
 }
 
 void Reader::addElement(std::u16string_view name, std::vector<XmlNode::Attribute> attributes) {
@@ -492,7 +485,7 @@ void Reader::onEnd(const XML_Char*) {
         level().isComplete = true;
         return;
     }
-    check(!open_.empty() && open_.back().level == current_, u"partial markup in entity value");
+    checkXml(!open_.empty() && open_.back().level == current_, u"partial markup in entity value");
     open_.pop_back();
     namespaces_.close();
     tree_.close();
@@ -504,7 +497,7 @@ std::u16string_view Reader::nameOf(std::u16string_view text) {
     if (found != document_.names.end()) {
         return *found;
     }
-    check(document_.names.size() < kMostNames, u"there are too many different names");
+    checkXml(document_.names.size() < kMostNames, u"there are too many different names");
     return *document_.names.emplace(text).first;
 }
 
@@ -634,7 +627,7 @@ void Reader::expand(XmlEntity& entity, std::u16string_view name) {
     if (std::find(expanding_.begin(), outer, &entity) != outer) {
         throw XmlFault{u"recursive entity expansion '{}'", name};
     }
-    check(current_ < kMostOpenEntities, u"the entities expand too far");
+    checkXml(current_ < kMostOpenEntities, u"the entities expand too far");
     doctype_.countExpansions(1);
     tree_.add(NodeKind::other);
     tree_.open();

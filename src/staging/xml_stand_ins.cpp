@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
+#include "vocabulary/word.h"
+
 namespace tvml {
 namespace {
-
-constexpr auto kNone = std::u16string_view::npos;
 
 // Letters that the library knows, and that are many.
 constexpr std::size_t kFirstStandIn = 0xAC00;

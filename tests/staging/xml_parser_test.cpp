@@ -93,6 +93,8 @@ TEST(XmlParser, WalksInDocumentOrderUpToTheFirstError) {
         {u"<!DOCTYPE s [<!ENTITY e SYSTEM 'none'>]><s>x&e;y</s>", "5 5 s=x 2 "},
         {u"<!DOCTYPE s [<!ENTITY % p '<!ENTITY e \"v\">'>%p;]><s>&e;</s>", "5 5 s 5 2 "},
         {u"<!DOCTYPE s [<!ENTITY e:f 'v'>]><s/>", "5 5 "},
+        {u"<!DOCTYPE s [<!ENTITY e 'v'><!ATTLIST s x ID #IMPLIED><!ENTITY e '&e;'>]><s>&e;</s>",
+         "5 5 s 5 2 "},
         // names and their prefixes
         {u"<s><n:a/></s>", "5 s "},
         {u"<s><a n:x='1'/></s>", "5 s "},
