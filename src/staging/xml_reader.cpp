@@ -16,6 +16,7 @@
 #include "staging/xml_limits.h"
 #include "staging/xml_names.h"
 #include "staging/xml_stand_ins.h"
+#include "vocabulary/unit_search.h"
 #include "vocabulary/word.h"
 
 namespace tvml {
@@ -109,7 +110,7 @@ std::u16string_view withinPrefixLimit(std::u16string_view text) {
     constexpr std::u16string_view kDeclaration = u"xmlns:";
     std::size_t end = 0;
     for (std::size_t i = 0; i <= kMostNamespaces; ++i) {
-        end = text.find(kDeclaration, end);
+        end = findText(text, kDeclaration, end);
         if (end == text.npos) {
             return text;
         }
@@ -694,7 +695,10 @@ void readXml(std::u16string_view text, const XmlOptions& options, XmlDocument& d
     std::u16string copy;
     std::u16string withStandIns;
     NameStandIns standIns;
-    text = standIns.apply(withinPrefixLimit(withoutLoneSurrogates(text, copy)), withStandIns);
+    text = withinPrefixLimit(text);
+    if (!allAscii(text)) {
+        text = standIns.apply(withoutLoneSurrogates(text, copy), withStandIns);
+    }
     Reader(options, standIns, document).read(text);
 }
 

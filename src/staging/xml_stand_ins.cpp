@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "vocabulary/unit_search.h"
 #include "vocabulary/word.h"
 
 namespace tvml {
@@ -80,9 +81,27 @@ private:
             hasNames = false;
         } else {
             inTag_ = first == u'<' || (inTag_ && first != u'>');
-            end = find(inTag_ ? u"<>&'\"" : u"<&");
+            end = inTag_ ? endOfNames() : std::min(next(u'<', tag_), next(u'&', reference_));
             hasNames = inTag_;
         }
+    }
+    // Nearly all units of tags are beyond ">", so one comparison does for them.
+    std::size_t endOfNames() const {
+        std::size_t at = begin + 1;
+        while (at < text_.size() && (text_[at] > u'>' || text_[at] == u' ' || !isMark(text_[at]))) {
+            ++at;
+        }
+        return at;
+    }
+    static bool isMark(char16_t unit) {
+        return unit == u'<' || unit == u'>' || unit == u'&' || unit == u'"' || unit == u'\'';
+    }
+    // The next `unit`, where `known` remembers it until it is passed.
+    std::size_t next(char16_t unit, std::size_t& known) const {
+        if (known <= begin) {
+            known = std::min(findUnit(text_, unit, begin + 1), text_.size());
+        }
+        return known;
     }
     std::size_t find(const char16_t* units) const {
         return std::min(text_.find_first_of(units, begin + 1), text_.size());
@@ -90,6 +109,8 @@ private:
 
     std::u16string_view text_;
     bool inTag_ = false;
+    std::size_t tag_ = 0;
+    std::size_t reference_ = 0;
 };
 
 } // namespace
