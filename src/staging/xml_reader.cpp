@@ -360,7 +360,7 @@ Reader::Place Reader::place() const {
 
 void Reader::note(const XmlFault& fault) {
     current_ = 0; // what an entity holds has no place of its own
-    keepError(place().end(), messageOf(fault.message, fault.name));
+    keepError(place().end(), messageOf(fault.message, standIns_.original(fault.name, original_)));
     stop(State::ended);
 }
 
@@ -371,7 +371,8 @@ void Reader::noteError(Level& level) {
     }
     settleText();
     const XmlErrorText& text = errorTextOf(code, isComment(place()), !open_.empty());
-    const std::u16string message = messageOf(text.message, nameInError(text.where));
+    const std::u16string message =
+        messageOf(text.message, standIns_.original(nameInError(text.where), original_));
     const std::size_t offset = current_ == 0 ? offsetOfError(text) : kNone;
     current_ = 0; // what an entity holds has no place of its own
     keepError(offset == kNone ? place().end() : offset, message);

@@ -223,6 +223,7 @@ TEST(XmlParser, SaysWhereAndWhyTheXmlEnded) {
         {u"<s>a &e; b</s>", "8 entity 'e' not found"},
         {u"<s>a &#0; b</s>", "9 invalid character reference"},
         {u"<s x='&e;'/>", "9 entity 'e' not found"},
+        {u"<s>&ａ;<ａ/></s>", "6 entity 'ａ' not found"},
         {u"<s x='1' x='2'/>", "9 an attribute is already specified for this element"},
         {u"<s/><t/>", "4 comment or processing instruction expected"},
         {u"<s>\n<a x=1/></s>", "9 invalid character or markup"},
