@@ -35,8 +35,6 @@ void checkDefaults(const StagingDescription& staging, TemplateDb& templates) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static XmlLibrary library;
-    library.hold();
     static const KeywordTable words = fuzz::vocabularyOf({});
     const fuzz::Host platform({}, {});
     const std::u16string description = fuzz::unitsOf(fuzz::inputOf(data, size));
@@ -54,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     StagingDescription again;
     TemplateDb templatesAgain;
     DiagnosticLog positioned;
-    std::vector<XmlPosition> positions;
+    std::vector<XmlTag> positions;
     FUZZ_CHECK(DescriptionReader(words, platform, again, templatesAgain, positioned)
                    .readFilDescription(description, {true, &positions}) == last);
     FUZZ_CHECK(again.plainTexts == staging.plainTexts);

@@ -119,7 +119,6 @@ public:
         return platform::system().toUtf8(text);
     }
     std::uint32_t secondsNow() const override { return 1; }
-    void pauseMilliseconds(unsigned) const override {}
 
 private:
     const std::string_view vocabulary_;

@@ -5,8 +5,8 @@
 #   scripts/prepare-win32.sh [--wine] [--allow-downgrades] [--jobs N]
 #
 # Installs what is missing of the cross compiler and its helpers, cross-builds
-# Xerces-C and GoogleTest from Debian's own sources as static libraries, and
-# puts them with the headers of CLI11 and nlohmann-json and the licence texts of
+# expat and GoogleTest from Debian's own sources as static libraries, and puts
+# them with the headers of CLI11 and nlohmann-json and the licence texts of
 # all that goes into the binaries into one folder, which is kept in the user's
 # cache and reused. The last line of the standard output is that folder, to be
 # given to CMake as CMAKE_PREFIX_PATH together with cmake/win32-toolchain.cmake;
@@ -28,8 +28,8 @@
 
 set -euo pipefail
 
-readonly xerces_version=3.2.4
-readonly recipe=2 # to be raised with any change in how the folder is made
+readonly expat_version=2.5.0
+readonly recipe=3 # to be raised with any change in how the folder is made
 readonly compiler_package=g++-mingw-w64-i686-posix
 readonly packages=("$compiler_package" cmake ninja-build dpkg-dev googletest
                    libcli11-dev nlohmann-json3-dev)
@@ -161,6 +161,9 @@ install_missing() {
     fail "apt-get could not install: ${missing[*]}"
 }
 
+# The name of the release without its updates.
+base_release() { (. /etc/os-release && echo "${VERSION_CODENAME:-stable}"); }
+
 # Fetches and unpacks Debian's source package into $1. Source packages are
 # enabled in a private copy of the machine's own apt configuration, so that the
 # machine's stays as it is.
@@ -183,8 +186,11 @@ fetch_source() {
            -o APT::Sandbox::User="$(id -un)")
   run apt-source-update env LC_ALL=C.UTF-8 apt-get "${options[@]}" update ||
     say "warning: the index of source packages could not be fetched in full"
+  # The newest update may be gone again, while the base release stays.
   (cd "$into" && run apt-source env LC_ALL=C.UTF-8 \
     apt-get "${options[@]}" source --only-source "$name") ||
+    (cd "$into" && run apt-source-base env LC_ALL=C.UTF-8 \
+      apt-get "${options[@]}" source -t "$(base_release)" --only-source "$name") ||
     fail "Debian's source package $name could not be fetched"
 }
 
@@ -192,7 +198,7 @@ fetch_source() {
 
 folder_key() {
   {
-    echo "recipe $recipe, xerces-c $xerces_version"
+    echo "recipe $recipe, expat $expat_version"
     dpkg-query -W -f='${Package} ${Version}\n' "$compiler_package" \
       googletest libcli11-dev nlohmann-json3-dev
     cat "$toolchain"
@@ -210,12 +216,12 @@ cross_configure() {
 }
 
 # The texts that must come with the binaries, because what they speak of is
-# linked into them: $1 is the folder to make, $2 Xerces-C's source.
+# linked into them: $1 is the folder to make, $2 expat's source.
 collect_licences() {
   local into=$1 from=$2 package name
   mkdir -p "$into"
-  cp "$from/LICENSE" "$into/xerces-c.txt" && cp "$from/NOTICE" "$into/xerces-c-notice.txt" ||
-    fail "the licence of Xerces-C is not in its source package"
+  cp "$from/COPYING" "$into/expat.txt" ||
+    fail "the licence of expat is not in its source package"
   for package in libcli11-dev:CLI11 nlohmann-json3-dev:nlohmann-json \
     gcc-mingw-w64-i686-posix-runtime:gcc-runtime mingw-w64-common:mingw-w64; do
     name=${package#*:}
@@ -226,29 +232,33 @@ collect_licences() {
 }
 
 build_prefix() {
-  local stage sources=() part
+  local stage from sources=() part
   new_scratch
   stage=$scratch/stage
 
-  say "fetching the source package of Xerces-C"
-  fetch_source "$scratch/src" xerces-c
-  for part in "$scratch/src/xerces-c-$xerces_version"*/; do
+  say "fetching the source package of expat"
+  fetch_source "$scratch/src" expat
+  for part in "$scratch/src/expat-$expat_version"*/; do
     if [ -d "$part" ]; then sources+=("$part"); fi
   done
   [ ${#sources[@]} -eq 1 ] ||
-    fail "the source package of Xerces-C is not of version $xerces_version: $(ls "$scratch/src")"
+    fail "the source package of expat is not of version $expat_version: $(ls "$scratch/src")"
+  from=${sources[0]}expat
+  [ -f "$from/CMakeLists.txt" ] || from=${sources[0]%/}
 
-  say "building Xerces-C (some minutes)"
-  cross_configure xerces-c "${sources[0]}" -Dnetwork=OFF -Dmessage-loader=inmemory \
-    -Dtranscoder=windows -Dxmlch-type=char16_t -DCMAKE_DISABLE_FIND_PACKAGE_Java=ON
-  run xerces-c-build cmake --build "$scratch/xerces-c" --target xerces-c --parallel "$jobs" ||
-    fail "Xerces-C could not be built"
-  # Only the library itself: all of it would want the samples and tests too.
-  run xerces-c-install env DESTDIR="$stage" cmake --install "$scratch/xerces-c/src" ||
-    fail "Xerces-C could not be installed into the cache"
-  grep -q 'define XERCES_XMLCH_T char16_t' \
-    "$stage$prefix/include/xercesc/util/Xerces_autoconf_config.hpp" ||
-    fail "Xerces-C was not built with char16_t as its character type"
+  say "building expat"
+  cross_configure expat "$from" -DEXPAT_CHAR_TYPE=ushort -DEXPAT_BUILD_TOOLS=OFF \
+    -DEXPAT_BUILD_EXAMPLES=OFF -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_DOCS=OFF \
+    -DEXPAT_SHARED_LIBS=OFF
+  # CMake defines it without a value, which Debian's corrections compare with 1.
+  sed -i 's/^#define XML_DTD$/#define XML_DTD 1/' "$scratch/expat/expat_config.h" ||
+    fail "expat's configuration could not be corrected"
+  run expat-build cmake --build "$scratch/expat" --parallel "$jobs" ||
+    fail "expat could not be built"
+  run expat-install env DESTDIR="$stage" cmake --install "$scratch/expat" ||
+    fail "expat could not be installed into the cache"
+  [ -f "$stage$prefix/lib/libexpatw.a" ] ||
+    fail "expat was not built with 16-bit characters"
 
   say "building GoogleTest"
   cross_configure googletest /usr/src/googletest
@@ -267,7 +277,7 @@ build_prefix() {
     fi
   done
 
-  collect_licences "$stage$prefix/share/licenses" "${sources[0]}"
+  collect_licences "$stage$prefix/share/licenses" "$from"
 
   chmod 755 "$stage$prefix"
   # The rename makes it complete. Another run may have been quicker.
@@ -309,7 +319,7 @@ install_wine() {
     index_fresh=0
   fi
   apt_update
-  codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-stable}")
+  codename=$(base_release)
 
   if install_wine_with wine-plain; then return 0; fi
   # Updates reach the i386 index later than the machine's own now and then, and

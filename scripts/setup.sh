@@ -11,7 +11,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build git
-  libxerces-c-dev libicu-dev libcli11-dev nlohmann-json3-dev
+  libexpat1-dev libicu-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libbenchmark-dev
   clang-format valgrind mandoc
 )

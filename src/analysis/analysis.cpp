@@ -47,7 +47,7 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
         append(result.problems, problems.take());
     }
     if (wants.elements) {
-        result.elements = elementPlaces(conversion.description, platform);
+        result.elements = elementPlaces(conversion.description);
     }
     result.stories = stories.take();
     result.lineCount = stories.lineCount();

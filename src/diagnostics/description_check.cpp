@@ -16,20 +16,10 @@
 namespace tvml {
 namespace {
 
-// The reader puts this line before a description.
-constexpr std::u16string_view kXmlPrefix = u"<?xml version='1.0' encoding='UTF-8'?>\n";
-
 // How far up an ignored element is looked for, so that its children are not
 // told again.
 constexpr unsigned kLevels = 4;
 constexpr std::size_t kIgnoredNames = 8;
-
-std::unique_ptr<XMLParser> parse(std::u16string_view description,
-                                 const platform::Platform& platform) {
-    const std::string bytes = platform.toUtf8(std::u16string(kXmlPrefix).append(description));
-    return std::make_unique<XMLParser>(bytes.data(), static_cast<std::uint32_t>(bytes.size()),
-                                       platform, XmlOptions{true});
-}
 
 std::u16string_view upToTerminator(std::u16string_view text) {
     return text.substr(0, text.find(u'\0'));
@@ -61,7 +51,7 @@ public:
         }
         checks_.lastCharacter =
             DescriptionReader(checks_.words, platform_, staging_, templates_, log_)
-                .readFilDescription(checks_.source.text(), {true, &positions_});
+                .readFilDescription(checks_.source.text(), {true, &tags_});
         walk();
         tellLog();
         if (!broken_) {
@@ -79,23 +69,21 @@ private:
     const KeywordTable& words() const { return checks_.words; }
 
     std::u16string_view tagOf(std::size_t number) const {
-        return number == 0 || number > positions_.size() ? std::u16string_view{}
-                                                         : tagAt(positions_[number - 1]);
+        return number == 0 || number > tags_.size() ? std::u16string_view{}
+                                                    : tagAt(tags_[number - 1]);
     }
-    std::u16string_view tagAt(XmlPosition position) const {
-        return checks_.source.tagEndingAt(checks_.source.offsetOf(position));
-    }
+    std::u16string_view tagAt(XmlTag tag) const { return checks_.source.textOf(tag); }
 
     // ---- the walk over the elements
 
     void walk() {
-        const auto xml = parse(checks_.source.text(), platform_);
-        while (xml->nextNode()) {
-            if (xml->nodeKind() == NodeKind::element) {
-                visit(*xml);
+        XMLParser xml(checks_.source.text(), XmlOptions{true});
+        while (xml.nextNode()) {
+            if (xml.nodeKind() == NodeKind::element) {
+                visit(xml);
             }
         }
-        broken_ = xml->error().has_value();
+        broken_ = xml.error().has_value();
         if (!stagingSeen_ && !broken_) {
             checks_.add("D317", tagOf(1)).suggestions =
                 closestOf(rootName_, std::array{std::u16string_view(u"staging")});
@@ -338,7 +326,7 @@ private:
 
     void tellEntry(const DiagnosticLog::Entry& entry) {
         using enum DescriptionProblem;
-        const std::u16string_view tag = tagAt(entry.position);
+        const std::u16string_view tag = tagAt(entry.tag);
         const std::u16string_view name = entry.element == u"model"
                                              ? std::u16string_view(u"model_for_char")
                                              : std::u16string_view(entry.element);
@@ -406,9 +394,7 @@ private:
 
     void tellXmlError(const DiagnosticLog::Entry& entry) {
         const std::u16string count = decimalText(static_cast<std::int32_t>(elements_));
-        const std::size_t at = checks_.source.offsetOf(entry.position);
-        const std::u16string_view text = checks_.source.text();
-        checks_.add("D318", at == kNone ? text.substr(text.size()) : text.substr(at, 1),
+        checks_.add("D318", checks_.source.text().substr(entry.tag.offset, 1),
                     {entry.element, count});
     }
 
@@ -533,7 +519,7 @@ private:
     StagingDescription staging_;
     TemplateDb templates_;
     DiagnosticLog log_;
-    std::vector<XmlPosition> positions_;
+    std::vector<XmlTag> tags_;
     std::size_t elements_ = 0;
     bool stagingSeen_ = false;
     bool broken_ = false;
@@ -554,18 +540,16 @@ std::vector<Diagnostic> checkDescription(std::u16string_view description, const 
     return DescriptionCheck(description, words, platform).run();
 }
 
-std::vector<ElementPlace> elementPlaces(std::u16string_view description,
-                                        const platform::Platform& platform) {
+std::vector<ElementPlace> elementPlaces(std::u16string_view description) {
     const DescriptionSource source(upToTerminator(description));
-    const auto xml = parse(source.text(), platform);
+    XMLParser xml(source.text(), XmlOptions{true});
     std::vector<ElementPlace> places;
-    while (xml->nextNode()) {
-        if (xml->nodeKind() != NodeKind::element) {
+    while (xml.nextNode()) {
+        if (xml.nodeKind() != NodeKind::element) {
             continue;
         }
-        ElementPlace place{std::u16string(xml->elementName()), 0, 0};
-        const std::u16string_view tag =
-            source.tagEndingAt(source.offsetOf(xml->positions()[xml->elementNumber() - 1]));
+        ElementPlace place{std::u16string(xml.elementName()), 0, 0};
+        const std::u16string_view tag = source.textOf(xml.tags()[xml.elementNumber() - 1]);
         if (!tag.empty()) {
             const TextRange range = source.rangeOf(tag);
             place.line = range.line;

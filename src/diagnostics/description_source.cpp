@@ -6,9 +6,6 @@
 namespace tvml {
 namespace {
 
-// The XML library reads the text behind a line of its own.
-constexpr std::uint64_t kPrefixLines = 1;
-
 bool isXmlBlank(char16_t unit) {
     return unit == u' ' || unit == u'\t' || unit == u'\n' || unit == u'\r';
 }
@@ -53,16 +50,6 @@ DescriptionSource::DescriptionSource(std::u16string_view text) : text_(text), li
     }
 }
 
-std::size_t DescriptionSource::offsetOf(XmlPosition position) const {
-    const std::uint64_t line = position.line - std::min(position.line, kPrefixLines);
-    if (line == 0 || line > lineStarts_.size() || position.column == 0) {
-        return kNone;
-    }
-    const std::uint64_t offset =
-        lineStarts_[static_cast<std::size_t>(line) - 1] + position.column - 1;
-    return offset <= text_.size() ? static_cast<std::size_t>(offset) : kNone;
-}
-
 TextRange DescriptionSource::rangeAt(std::size_t offset, std::size_t units) const {
     if (offset == kNone) {
         return {};
@@ -78,13 +65,8 @@ TextRange DescriptionSource::rangeOf(std::u16string_view part) const {
     return rangeAt(static_cast<std::size_t>(part.data() - text_.data()), part.size());
 }
 
-std::u16string_view DescriptionSource::tagEndingAt(std::size_t end) const {
-    if (end == kNone || end == 0 || text_[end - 1] != u'>') {
-        return {};
-    }
-    // Values cannot hold "<", so the last one before the end opens the tag.
-    const std::size_t start = text_.rfind(u'<', end - 1);
-    return start == kNone ? std::u16string_view{} : text_.substr(start, end - start);
+std::u16string_view DescriptionSource::textOf(XmlTag tag) const {
+    return tag.length > 0 ? text_.substr(tag.offset, tag.length) : std::u16string_view{};
 }
 
 std::vector<std::u16string_view> attributeNames(std::u16string_view tag) {

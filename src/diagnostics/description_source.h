@@ -16,16 +16,11 @@ public:
 
     std::u16string_view text() const { return text_; }
 
-    // The offset of a place that the XML library named, kNone when it is none of
-    // the text. The library counts the declaration line before the text.
-    std::size_t offsetOf(XmlPosition position) const;
-
     // The range of `units` units at an offset, cut at the end of its line.
     TextRange rangeAt(std::size_t offset, std::size_t units) const;
 
-    // The start tag that ends at `end`, "<" and ">" included; empty when the
-    // place belongs to none.
-    std::u16string_view tagEndingAt(std::size_t end) const;
+    // The start tag, "<" and ">" included; empty when the text does not hold it.
+    std::u16string_view textOf(XmlTag tag) const;
 
     // The range of a view that is a part of the text.
     TextRange rangeOf(std::u16string_view part) const;

@@ -82,8 +82,7 @@ struct ElementPlace {
     std::int32_t line = 0; // 0 when it cannot be known
     std::size_t column = 0;
 };
-std::vector<ElementPlace> elementPlaces(std::u16string_view description,
-                                        const platform::Platform& platform);
+std::vector<ElementPlace> elementPlaces(std::u16string_view description);
 
 // ---- what counts
 

@@ -14,7 +14,6 @@ namespace {
 
 // All that outlives a call.
 struct Process {
-    tvml::XmlLibrary xml; // stays initialised, so that calls do not pay for it
     tvml::IniFiles files{tvml::platform::system()};
 };
 
@@ -45,7 +44,6 @@ extern "C" std::int32_t fil_process(const char16_t* script, std::int32_t playFro
                                     std::int32_t playTo, const char16_t* description,
                                     char16_t* output, std::int32_t outputSize) {
     try {
-        process.xml.hold();
         process.files.load();
         tvml::ConversionRun run(process.files.words, process.files.settings,
                                 tvml::platform::system());

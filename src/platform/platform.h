@@ -74,9 +74,6 @@ public:
 
     // The time in whole seconds, from any fixed start.
     virtual std::uint32_t secondsNow() const = 0;
-
-    // Suspends the calling thread for about one millisecond or more.
-    virtual void pauseMilliseconds(unsigned milliseconds) const = 0;
 };
 
 const Platform& system();

@@ -6,11 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <climits>
 #include <ctime>
 #include <optional>
-#include <thread>
 #include <utility>
 
 #include <fcntl.h>
@@ -158,11 +156,6 @@ public:
 
     std::uint32_t secondsNow() const override {
         return static_cast<std::uint32_t>(std::time(nullptr));
-    }
-
-    // The library call goes on sleeping after a signal of the host.
-    void pauseMilliseconds(unsigned milliseconds) const override {
-        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     }
 };
 

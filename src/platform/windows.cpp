@@ -81,8 +81,6 @@ public:
     std::uint32_t secondsNow() const override {
         return static_cast<std::uint32_t>(std::time(nullptr));
     }
-
-    void pauseMilliseconds(unsigned milliseconds) const override { Sleep(milliseconds); }
 };
 
 std::string WindowsPlatform::toUtf8(std::u16string_view text) const {

@@ -4,11 +4,10 @@
 // over, the log says so, and the defaults fill what stayed empty.
 #include <algorithm>
 #include <deque>
-#include <limits>
-#include <stdexcept>
 #include <unordered_map>
 
 #include "reading/script_text.h"
+#include "staging/reading_guard.h"
 #include "staging/staging_description.h"
 #include "staging/tvml_exception.h"
 
@@ -70,10 +69,9 @@ private:
     static Meanings makeMeanings();
 
     void problem(DescriptionProblem what, std::u16string_view element) {
-        const auto& positions = xml_.positions();
+        const auto& tags = xml_.tags();
         const std::size_t number = xml_.elementNumber();
-        log_.add(what, element,
-                 number > 0 && number <= positions.size() ? positions[number - 1] : XmlPosition{});
+        log_.add(what, element, number > 0 && number <= tags.size() ? tags[number - 1] : XmlTag{});
     }
 
     void readElement(std::u16string_view name) {
@@ -470,39 +468,6 @@ void DescriptionReader::Walk::applyDefaults() {
     }
 }
 
-namespace {
-
-constexpr std::u16string_view kXmlPrefix = u"<?xml version='1.0' encoding='UTF-8'?>\n";
-
-// The message of a failure of unknown type: a word of the vocabulary, narrow
-// and at most 127 bytes long.
-std::string narrowMessage(const Word& word, const platform::Platform& platform) {
-    std::string message = platform.toUtf8(word.textOrEmpty());
-    message.resize(std::min<std::size_t>(message.size(), 127));
-    return message;
-}
-
-// Runs one step of the reading; every failure leaves it as a TvmlException
-// with the reader's location.
-template <typename Step>
-auto guarded(const Word& unknownFailure, const platform::Platform& platform, int line, Step step) {
-    try {
-        return step();
-    } catch (TvmlException& problem) {
-        problem.addLocation("readFilDescription", line);
-        throw TvmlException(problem);
-    } catch (const std::bad_alloc&) {
-        throw; // an exhausted heap is no fault of the XML
-    } catch (const std::exception& problem) {
-        throw TvmlException("readFilDescription", line, "%s", problem.what());
-    } catch (...) {
-        throw TvmlException("readFilDescription", line,
-                            narrowMessage(unknownFailure, platform).c_str());
-    }
-}
-
-} // namespace
-
 DescriptionReader::DescriptionReader(const KeywordTable& words, const platform::Platform& platform,
                                      StagingDescription& staging, TemplateDb& templates,
                                      DiagnosticLog& log)
@@ -511,22 +476,16 @@ DescriptionReader::DescriptionReader(const KeywordTable& words, const platform::
 char16_t DescriptionReader::readFilDescription(std::u16string_view description,
                                                ReadingOptions options) {
     const auto xml = guarded(words_[u"fail_create_xmlparser"], platform_, __LINE__, [&] {
-        std::u16string text(kXmlPrefix);
-        text += description;
-        const std::string bytes = platform_.toUtf8(text);
-        if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
-            throw std::length_error("the description is too long");
-        }
-        return std::make_unique<XMLParser>(bytes.data(), static_cast<std::uint32_t>(bytes.size()),
-                                           platform_, XmlOptions{options.keepPositions});
+        return std::make_unique<XMLParser>(description, XmlOptions{options.keepPositions});
     });
     return guarded(words_[u"fail_analyze_xml"], platform_, __LINE__, [&] {
         const char16_t lastCharacter = Walk(*this, *xml).run();
         if (options.elementPositions != nullptr) {
-            *options.elementPositions = xml->positions();
+            *options.elementPositions = xml->tags();
         }
         if (xml->error().has_value()) {
-            log_.add(DescriptionProblem::xmlError, xml->error()->message, xml->error()->position);
+            log_.add(DescriptionProblem::xmlError, xml->error()->message,
+                     {xml->error()->offset, 0, 0});
         }
         return lastCharacter;
     });

@@ -124,11 +124,11 @@ public:
     struct Entry {
         DescriptionProblem problem;
         std::u16string element; // its name, or the detail of other problems
-        XmlPosition position;   // zero when positions were not kept
+        XmlTag tag{};           // of the element, or without length where the XML ended
     };
 
-    void add(DescriptionProblem problem, std::u16string_view element, XmlPosition position) {
-        entries_.push_back({problem, std::u16string(element), position});
+    void add(DescriptionProblem problem, std::u16string_view element, XmlTag tag) {
+        entries_.push_back({problem, std::u16string(element), tag});
     }
     const std::vector<Entry>& entries() const { return entries_; }
 
@@ -141,7 +141,7 @@ private:
 
 struct ReadingOptions {
     bool keepPositions = false;
-    std::vector<XmlPosition>* elementPositions = nullptr; // receives them, when kept
+    std::vector<XmlTag>* elementPositions = nullptr; // receives them, when kept
 };
 
 // Reads the description text, fills `staging` and `templates` (both must be

@@ -2,16 +2,17 @@
 #ifndef TVML_STAGING_XML_PARSER_H
 #define TVML_STAGING_XML_PARSER_H
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/platform.h"
-
 namespace tvml {
 
+struct XmlDocument;
 struct XmlNode;
 
 // The kind of the node under the cursor.
@@ -24,51 +25,35 @@ enum class NodeKind : std::uint8_t {
     other = 5
 };
 
-// Keeps the XML library initialised, so that a run does not pay for it. While no
-// such object holds it, every XMLParser initialises it for itself.
-class XmlLibrary {
-public:
-    XmlLibrary() = default;
-    XmlLibrary(const XmlLibrary&) = delete;
-    XmlLibrary& operator=(const XmlLibrary&) = delete;
-    ~XmlLibrary();
-
-    // True when the library can be used. Throws std::bad_alloc when there is no
-    // memory to start it, and tries again after that; other failures stay.
-    bool hold();
-
-private:
-    bool held_ = false;
-    void* memory_ = nullptr; // of the library's start, when it happened here
-};
-
-// The place right behind an element's start tag, both numbers from 1.
-struct XmlPosition {
-    std::uint64_t line = 0;
-    std::uint64_t column = 0;
+// An element's start tag in the text, in UTF-16 units; without length when the
+// text does not hold it, since it stands in an entity.
+struct XmlTag {
+    std::size_t offset = 0;
+    std::size_t length = 0;
+    std::size_t parent = 0; // number of the element around it, 0 without one
 };
 
 // Where and why the XML ended before its end.
 struct XmlError {
-    XmlPosition position;
-    std::u16string message;
+    std::size_t offset = 0;
+    std::u16string message{};
 };
 
 struct XmlOptions {
-    bool keepPositions = false; // fill positions() and error()
+    bool keepPositions = false; // fill tags() and error()
 };
 
 // Texts that the queries return belong to the document and stay valid as long
 // as the parser.
 class XMLParser {
 public:
-    // Parses `length` bytes of UTF-8; null parses nothing. An error in the XML
-    // ends the parse silently: the nodes built before it stay. The description
+    // Parses a text, which may go when the object is made. An error in the XML
+    // ends the parse silently: the nodes built before it stay. Lone surrogates
+    // count as U+FFFD; a declaration (`<?xml ...?>`) is an error. The description
     // is untrusted: it cannot make the parser open a file or a connection, and
     // what would take much more time or memory than its length accounts for (see
-    // the limits in the .cpp) ends the parse like an error. Throws std::bad_alloc.
-    XMLParser(const char* bytes, std::uint32_t length, const platform::Platform& platform,
-              XmlOptions options = {});
+    // xml_limits.h) ends the parse like an error. Throws std::bad_alloc.
+    explicit XMLParser(std::u16string_view text, XmlOptions options = {});
     virtual ~XMLParser();
     XMLParser(const XMLParser&) = delete;
     XMLParser& operator=(const XMLParser&) = delete;
@@ -104,17 +89,13 @@ public:
     std::size_t elementNumber() const { return elementNumber_; }
 
     // One per element in document order, when they were asked for.
-    const std::vector<XmlPosition>& positions() const;
+    const std::vector<XmlTag>& tags() const;
     const std::optional<XmlError>& error() const;
 
 private:
-    class Document; // the XML library's parser and the document
-
     const XmlNode* currentElement() const;
 
-    XmlLibrary library_; // outlives the document
-    std::unique_ptr<Document> parser_;
-    const XmlNode* document_ = nullptr;
+    const std::unique_ptr<XmlDocument> document_;
     const XmlNode* current_ = nullptr;
     bool started_ = false;
     std::size_t elementNumber_ = 0;

@@ -1,6 +1,5 @@
 // The document that the cursor walks: what the XML library reports, kept as it
-// comes. The library's own document model takes longer to build than all the
-// rest of the reading, for services that nobody here asks for.
+// comes.
 #ifndef TVML_STAGING_XML_TREE_H
 #define TVML_STAGING_XML_TREE_H
 

@@ -14,8 +14,8 @@
 namespace tvml {
 namespace {
 
-constexpr int kLives = 100;
-constexpr int kFirstLives = 20; // until the system's own lists have their size
+constexpr int kLives = 400;
+constexpr int kFirstLives = 100; // until the lists of the system and of malloc have their size
 
 // Noise of the system's own lists over all lives. Ours would be at least one
 // block in every life.

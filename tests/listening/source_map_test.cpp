@@ -170,7 +170,7 @@ void checkBodyBetweenMarkers(const Mapped& done, const Marked& marked) {
 
 // Elements are known by their texts, every line of which is in the source.
 void checkElements(const Mapped& done, const std::u16string& description) {
-    const std::vector<ElementPlace> places = elementPlaces(description, platform::system());
+    const std::vector<ElementPlace> places = elementPlaces(description);
     const std::vector<std::u16string> source = linesOf(description);
     const std::vector<std::u16string> lines = linesOf(done.text);
     for (std::size_t line = 0; line < lines.size(); ++line) {
@@ -218,9 +218,8 @@ TEST(SourceMap, Examples) {
 TEST(SourceMap, Json) {
     const std::u16string description = std::u16string(kStart) + u"</staging>";
     const Mapped done = convert(u"(daylight)\nA: x", description, 2);
-    const auto json = nlohmann::json::parse(
-        host::sourceMapJson(done.map, {"out \"1\"", "s", "d"},
-                            elementPlaces(description, platform::system()), platform::system()));
+    const auto json = nlohmann::json::parse(host::sourceMapJson(
+        done.map, {"out \"1\"", "s", "d"}, elementPlaces(description), platform::system()));
     EXPECT_EQ(json["version"], 1);
     EXPECT_EQ(json["output"], "out \"1\"");
     const auto& lines = json["lines"];

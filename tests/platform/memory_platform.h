@@ -21,7 +21,6 @@ public:
     char16_t separator = u'/';
     std::map<std::u16string, std::u16string> files; // full path to text
     std::uint32_t seconds = 0;
-    mutable unsigned pausedMilliseconds = 0;
     mutable unsigned openedFiles = 0;
 
     std::u16string hostProgramPath(std::size_t capacity) const override {
@@ -38,10 +37,6 @@ public:
     std::string toUtf8(std::u16string_view text) const override { return system().toUtf8(text); }
 
     std::uint32_t secondsNow() const override { return seconds; }
-
-    void pauseMilliseconds(unsigned milliseconds) const override {
-        pausedMilliseconds += milliseconds;
-    }
 
 private:
     std::u16string textOf(const std::u16string& path) const {

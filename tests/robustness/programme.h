@@ -56,6 +56,17 @@ inline constexpr Programme kEndlessProgramme{
     u"<!DOCTYPE s [<!ENTITY % a '<!ENTITY e \"xxxxxxxxxx\">'><!ENTITY % b '&#37;a;&#37;a;'>"
     u"<!ENTITY f '&f;'>%b;<!ATTLIST s x CDATA '&f;'>]><staging><ending>end</ending></staging>"};
 
+// Declares whatever a document type can declare, and refers to it.
+inline constexpr Programme kDeclaringProgramme{
+    "declaring", u"A: hello\n",
+    u"<!DOCTYPE staging [<!ELEMENT staging (talk|(opening, (ending?, x+)*)|y)*>"
+    u"<!ELEMENT ending (#PCDATA|x)*><!ELEMENT x EMPTY><!NOTATION n SYSTEM 'n'>"
+    u"<!ATTLIST talk character CDATA 'A' x (p|q|r) 'q' y NMTOKENS #IMPLIED z ID #REQUIRED>"
+    u"<!ENTITY a 'in <x/> a'><!ENTITY b '<x>&a;&a;</x>'><!ENTITY % c '<!ENTITY d \"in d\">'>%c;"
+    u"<!ENTITY f SYSTEM 'f'><!ENTITY g PUBLIC 'g' 'g' NDATA n>]><staging xmlns:ｎ='u'>"
+    u"<opening>open&lt;<ｎ:x ｎ:ｙ='&a;'/></opening><talk y=' &d;  e '>&b; <!-- -->t</talk>"
+    u"<ending>end</ending>&f;</staging>"};
+
 } // namespace tvml
 
 #endif

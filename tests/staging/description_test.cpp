@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "staging/reading_guard.h"
 #include "staging/tvml_exception.h"
 #include "support/rows.h"
 
@@ -15,11 +16,10 @@ struct Reading {
     DiagnosticLog log;
     char16_t lastCharacter = 0;
 
-    Reading(std::u16string_view elements, const KeywordTable& words,
-            const platform::Platform& platform = platform::system()) {
+    Reading(std::u16string_view elements, const KeywordTable& words) {
         std::u16string text(elements);
-        lastCharacter =
-            DescriptionReader(words, platform, staging, templates, log).readFilDescription(text);
+        lastCharacter = DescriptionReader(words, platform::system(), staging, templates, log)
+                            .readFilDescription(text);
     }
 };
 
@@ -225,28 +225,6 @@ TEST(Description, DefaultsFillEveryGap) {
     }
 }
 
-// Platforms whose text conversion fails where the reader calls it.
-class FailingPlatform final : public platform::Platform {
-public:
-    explicit FailingPlatform(void (*fail)()) : fail_(fail) {}
-    std::u16string hostProgramPath(std::size_t) const override { return {}; }
-    char16_t pathSeparator() const override { return u'/'; }
-    std::unique_ptr<platform::IniFile> openIni(const std::u16string&) const override {
-        return std::make_unique<platform::IniText>(u"");
-    }
-    std::string toUtf8(std::u16string_view text) const override {
-        if (text.starts_with(u"<?xml")) {
-            fail_();
-        }
-        return platform::system().toUtf8(text);
-    }
-    std::uint32_t secondsNow() const override { return 0; }
-    void pauseMilliseconds(unsigned) const override {}
-
-private:
-    void (*fail_)();
-};
-
 TEST(Description, FailuresLeaveAsTheOneException) {
     const struct {
         void (*fail)();
@@ -261,16 +239,18 @@ TEST(Description, FailuresLeaveAsTheOneException) {
         tableOf(shippedWords({{u"fail_create_xmlparser", std::u16string(200, u'x')}}));
     for (const auto& row : rows) {
         try {
-            Reading(u"<staging/>", words, FailingPlatform(row.fail));
+            guarded(words[u"fail_create_xmlparser"], platform::system(), 7, row.fail);
             ADD_FAILURE() << "nothing thrown for " << row.message;
         } catch (const TvmlException& problem) {
             EXPECT_EQ(problem.message(), row.message);
             ASSERT_EQ(problem.locations().size(), row.locations);
             EXPECT_STREQ(problem.locations().back().file, "readFilDescription");
+            EXPECT_EQ(problem.locations().back().line, 7);
         }
     }
-    const FailingPlatform exhausted([] { throw std::bad_alloc(); });
-    EXPECT_THROW(Reading(u"<staging/>", words, exhausted), std::bad_alloc);
+    EXPECT_THROW(guarded(words[u"fail_create_xmlparser"], platform::system(), 7,
+                         [] { throw std::bad_alloc(); }),
+                 std::bad_alloc);
 }
 
 } // namespace

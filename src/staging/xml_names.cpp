@@ -1,0 +1,112 @@
+// The rules of namespaces. Entries: Namespaces, checkQualified.
+#include "staging/xml_names.h"
+
+#include <algorithm>
+
+#include "staging/xml_fault.h"
+
+namespace tvml {
+namespace {
+
+constexpr std::u16string_view kXml = u"xml";
+constexpr std::u16string_view kXmlns = u"xmlns";
+constexpr std::u16string_view kXmlNamespace = u"http://www.w3.org/XML/1998/namespace";
+constexpr std::u16string_view kXmlnsNamespace = u"http://www.w3.org/2000/xmlns/";
+
+// What may stand in a name, but not first.
+bool canBeFirst(char16_t unit) {
+    return !(unit >= u'0' && unit <= u'9') && unit != u'-' && unit != u'.' && unit != u'\u00B7';
+}
+
+bool declaresNamespace(std::u16string_view name) {
+    return name == kXmlns || QualifiedName(name).prefix == kXmlns;
+}
+
+} // namespace
+
+void checkQualified(std::u16string_view name) {
+    const std::size_t colon = name.find(u':');
+    checkXml(colon == name.npos ||
+                 (colon > 0 && colon + 1 < name.size() && canBeFirst(name[colon + 1]) &&
+                  name.find(u':', colon + 1) == name.npos),
+             u"invalid name '{}'", name);
+}
+
+void checkWithoutColon(std::u16string_view name) {
+    checkXml(name.find(u':') == name.npos,
+             u"colon is illegal in names when namespaces are enabled");
+}
+
+void Namespaces::open(std::u16string_view element,
+                      const std::vector<XmlNode::Attribute>& attributes, std::size_t specified) {
+    checkQualified(element);
+    marks_.push_back(declared_.size());
+    for (std::size_t i = 0; i < attributes.size(); ++i) {
+        if (i < specified) {
+            checkQualified(attributes[i].name);
+        }
+        if (declaresNamespace(attributes[i].name)) {
+            declare(attributes[i]);
+        }
+    }
+    namespaceOf(QualifiedName(element).prefix);
+    checkAttributes(attributes, specified);
+}
+
+void Namespaces::close() {
+    while (declared_.size() > marks_.back()) {
+        declared_.back()->second.pop_back();
+        declared_.pop_back();
+    }
+    marks_.pop_back();
+}
+
+void Namespaces::declare(const XmlNode::Attribute& attribute) {
+    const QualifiedName name(attribute.name);
+    const bool hasPrefix = !name.prefix.empty();
+    const bool isXml = hasPrefix && name.local == kXml;
+    checkXml(!hasPrefix || name.local != kXmlns, u"'xmlns' cannot be used as a prefix");
+    checkXml(!isXml || attribute.value == kXmlNamespace,
+             u"the prefix 'xml' cannot stand for another namespace");
+    checkXml(!hasPrefix || !attribute.value.empty(), u"the namespace of prefix '{}' is empty",
+             name.local);
+    checkXml(attribute.value != kXmlnsNamespace, u"the namespace of 'xmlns' cannot be used");
+    checkXml(isXml || attribute.value != kXmlNamespace,
+             u"no other prefix can stand for the namespace of 'xml'");
+    if (hasPrefix) {
+        const auto at = prefixes_.try_emplace(std::u16string(name.local)).first;
+        declared_.push_back(at);
+        at->second.push_back(attribute.value);
+    }
+}
+
+std::u16string_view Namespaces::namespaceOf(std::u16string_view prefix) const {
+    if (prefix.empty()) {
+        return {};
+    }
+    if (prefix == kXml || prefix == kXmlns) {
+        return prefix == kXml ? kXmlNamespace : kXmlnsNamespace;
+    }
+    const auto found = prefixes_.find(prefix);
+    checkXml(found != prefixes_.end() && !found->second.empty(),
+             u"prefix '{}' can not be resolved to namespace URI", prefix);
+    return found->second.back();
+}
+
+// Two prefixes can stand for the same namespace, and so two names be the same.
+void Namespaces::checkAttributes(const std::vector<XmlNode::Attribute>& attributes,
+                                 std::size_t specified) {
+    std::vector<std::pair<std::u16string_view, std::u16string_view>> seen;
+    for (std::size_t i = 0; i < attributes.size(); ++i) {
+        const QualifiedName name(attributes[i].name);
+        const std::pair resolved(namespaceOf(name.prefix), name.local);
+        if (name.prefix.empty() || i >= specified) {
+            continue;
+        }
+        checkXml(std::find(seen.begin(), seen.end(), resolved) == seen.end(),
+                 u"attribute '{}' is already specified for this element", name.local);
+        seen.push_back(resolved);
+    }
+}
+
+} // namespace tvml
