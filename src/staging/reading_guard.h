@@ -7,8 +7,8 @@
 #include <new>
 #include <string>
 
-#include "staging/tvml_exception.h"
 #include "platform/platform.h"
+#include "staging/tvml_exception.h"
 #include "vocabulary/word.h"
 
 namespace tvml {

@@ -117,6 +117,15 @@ TEST(ScriptCheck, GoodSpeechIsLeftAlone) {
     EXPECT_EQ(checkedScript(kGood), "");
 }
 
+// A tag of the description is no marker, whatever its English name.
+TEST(ScriptCheck, DeclaredTagsNamedLikeMarkers) {
+    TestProgramme programme;
+    programme.description = u"<staging><tag japanesename='速報' englishname='subimage'>x</tag>"
+                            u"<tag japanesename='題' englishname='super'>y</tag></staging>";
+    EXPECT_EQ(checkedScript(u"速報：\n題：開店（紅）\n", programme), "");
+    EXPECT_EQ(checkedScript(u"サブイメージ：\n", programme), "1:1 S137 [サブイメージ]");
+}
+
 TEST(ScriptCheck, PlayedLines) {
     constexpr std::u16string_view kScript = u"Ａ：はい。\nＢ：はい。\n";
     struct {
