@@ -426,13 +426,13 @@ void CommandReader::takeTrailingAdverbs(std::u16string_view& text) {
 
 // Takes a caption in brackets off the end of the sound file's text.
 void CommandReader::takeCaption() {
-    constexpr std::u16string_view kCaption = u"caption";
+    constexpr std::u16string_view kCaptionWord = u"caption";
     const std::u16string_view text = command_.name;
     if (text.empty() || (text.back() != u')' && !words_[u"toji_kakko"].firstUnitIs(text.back()))) {
         return;
     }
     const LastOccurrence captionWord(text, words_[u"caption"]);
-    const LastOccurrence captionEnglish(text, kCaption);
+    const LastOccurrence captionEnglish(text, kCaptionWord);
     const LastOccurrence colon(text, u":");
     const LastOccurrence colonWord(text, words_[u"colon"]);
     const Word& brackets = words_[u"kakko_kakko"];
@@ -449,7 +449,7 @@ void CommandReader::takeCaption() {
         if (captionWord.atOrAfter(startOf(group))) {
             group = dropAndTrim(group, 2, words_);
         } else if (captionEnglish.atOrAfter(startOf(group))) {
-            group = dropAndTrim(group, kCaption.size(), words_);
+            group = dropAndTrim(group, kCaptionWord.size(), words_);
         } else {
             continue;
         }
