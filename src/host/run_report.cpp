@@ -12,7 +12,6 @@
 #include "diagnostics/diagnostics.h"
 #include "filter/tvml_exception.h"
 #include "host/inputs.h"
-#include "host/text_files.h"
 #include "platform/platform.h"
 
 namespace tvml::host {
@@ -73,7 +72,7 @@ private:
             return {};
         }
         vocabularyName_ = fileOfProgram(u"keyword.ini");
-        vocabulary_ = readVocabulary(vocabularyName_);
+        vocabulary_ = platform::readSettings(vocabularyName_);
         return checkVocabulary(words, vocabulary_);
     }
 
