@@ -7,6 +7,7 @@
 
 #include "diagnostics/diagnostics.h"
 #include "diagnostics/text_width.h"
+#include "platform/ini_text.h"
 #include "reading/script_text.h"
 
 namespace tvml {
@@ -35,12 +36,20 @@ std::string_view sourceName(SourceKind kind) {
     return kNames[static_cast<std::size_t>(kind)];
 }
 
-std::vector<std::size_t> lineStartsOf(std::u16string_view text) {
-    std::vector<std::size_t> starts{0};
-    for (std::size_t at = text.find(u'\n'); at != text.npos; at = text.find(u'\n', at + 1)) {
-        starts.push_back(at + 1);
+std::u16string_view takeLine(std::u16string_view& rest) {
+    const std::u16string_view line = rest.substr(0, rest.find(u'\n'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    return line;
+}
+
+// Cut where the readers of the text cut, who number the lines.
+std::vector<std::u16string_view> linesOf(SourceKind kind, std::u16string_view text) {
+    std::vector<std::u16string_view> lines;
+    while (!text.empty()) {
+        lines.push_back(kind == SourceKind::vocabulary ? platform::takeIniLine(text)
+                                                       : takeLine(text));
     }
-    return starts;
+    return lines;
 }
 
 // The columns that the range takes, blanks in front of it included. Tabs are
@@ -89,19 +98,15 @@ std::string place(const Diagnostic& found, const std::string& file) {
 } // namespace
 
 struct TextRenderer::Lines {
-    std::array<std::vector<std::size_t>, 3> starts; // by source, filled when asked for
+    std::array<std::vector<std::u16string_view>, 3> bySource; // filled when asked for
 
     std::u16string_view line(SourceKind kind, std::u16string_view text, std::int32_t number) {
-        std::vector<std::size_t>& known = starts[static_cast<std::size_t>(kind)];
+        std::vector<std::u16string_view>& known = bySource[static_cast<std::size_t>(kind)];
         if (known.empty()) {
-            known = lineStartsOf(text);
+            known = linesOf(kind, text);
         }
         const auto index = static_cast<std::size_t>(number) - 1;
-        if (number < 1 || index >= known.size()) {
-            return {};
-        }
-        const std::size_t end = index + 1 < known.size() ? known[index + 1] - 1 : text.size();
-        return text.substr(known[index], end - known[index]);
+        return number >= 1 && index < known.size() ? known[index] : std::u16string_view{};
     }
 };
 

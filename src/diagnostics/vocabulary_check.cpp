@@ -7,8 +7,9 @@
 #include <array>
 #include <map>
 
-#include "diagnostics/ini_scan.h"
+#include "diagnostics/finding.h"
 #include "diagnostics/suggestions.h"
+#include "platform/ini_text.h"
 #include "reading/command_recognition.h"
 #include "reading/line_kind.h"
 #include "reading/script_text.h"
@@ -57,13 +58,18 @@ std::u16string numberText(std::size_t number) {
     return decimalText(static_cast<std::int32_t>(number));
 }
 
+TextRange rangeOf(const platform::IniPart& part) {
+    return {part.line, part.start, part.text.size()};
+}
+
 class VocabularyCheck {
 public:
     VocabularyCheck(const KeywordTable& words, std::u16string_view text)
-        : words_(words), commands_(words), entries_(scanIni(text, kSection, header_)) {
-        for (const IniEntry& entry : entries_) {
-            const auto key = std::find_if(kKeys.begin(), kKeys.end(),
-                                          [&](auto name) { return sameIniName(name, entry.key); });
+        : words_(words), commands_(words), section_(platform::readIniSection(text, kSection)) {
+        for (const platform::IniEntry& entry : section_.entries) {
+            const auto key = std::find_if(kKeys.begin(), kKeys.end(), [&](auto name) {
+                return platform::sameIniName(name, entry.key.text);
+            });
             if (key == kKeys.end()) {
                 tellUnknownKey(entry);
                 continue;
@@ -71,13 +77,13 @@ public:
             const auto [place, isFirst] =
                 places_.try_emplace(static_cast<std::size_t>(key - kKeys.begin()), &entry);
             if (!isFirst) {
-                add("V210", entry.keyRange, {*key, decimalText(place->second->keyRange.line)});
+                add("V210", rangeOf(entry.key), {*key, decimalText(place->second->key.line)});
             }
         }
     }
 
     std::vector<Diagnostic> run() {
-        if (header_.line == 0) {
+        if (!section_.header) {
             found_ = {makeDiagnostic("F401", SourceKind::vocabulary, {})};
             return std::move(found_);
         }
@@ -97,7 +103,11 @@ private:
 
     TextRange placeOf(std::size_t key) const {
         const auto place = places_.find(key);
-        return place == places_.end() ? TextRange{} : place->second->valueRange;
+        if (place == places_.end()) {
+            return {};
+        }
+        const platform::IniEntry& entry = *place->second;
+        return rangeOf(entry.value.text.empty() ? entry.key : entry.value);
     }
 
     Diagnostic& add(Code code, TextRange range, std::initializer_list<std::u16string_view> values) {
@@ -108,14 +118,14 @@ private:
         return add(code, placeOf(key), values);
     }
 
-    void tellUnknownKey(const IniEntry& entry) {
-        ClosestNames closest(entry.key);
+    void tellUnknownKey(const platform::IniEntry& entry) {
+        ClosestNames closest(entry.key.text);
         if (--suggestionsLeft_ >= 0) {
             for (const std::u16string_view name : kKeys) {
                 closest.offer(name);
             }
         }
-        add("V209", entry.keyRange, {entry.key}).suggestions = closest.take();
+        add("V209", rangeOf(entry.key), {entry.key.text}).suggestions = closest.take();
     }
 
     void checkLoading() {
@@ -128,7 +138,7 @@ private:
         // the one before it.
         const TextRange place = places_.contains(loaded_) ? placeOf(loaded_)
                                 : loaded_ > 0             ? placeOf(loaded_ - 1)
-                                                          : header_;
+                                                          : rangeOf(*section_.header);
         add(words_.problem() == LoadProblem::missing ? Code("V201") : Code("V202"), place,
             {kKeys[loaded_], behind});
     }
@@ -285,10 +295,9 @@ private:
 
     const KeywordTable& words_;
     CommandIndex commands_;
-    TextRange header_;
-    int suggestionsLeft_ = 200; // keeps a file of unknown keys fast
-    std::vector<IniEntry> entries_;
-    std::map<std::size_t, const IniEntry*> places_; // key -> its first entry
+    platform::IniSection section_;
+    int suggestionsLeft_ = 200;                               // keeps a file of unknown keys fast
+    std::map<std::size_t, const platform::IniEntry*> places_; // key -> its first entry
     std::size_t loaded_ = kKeyCount;
     std::vector<Diagnostic> found_;
 };

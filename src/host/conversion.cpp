@@ -6,7 +6,6 @@
 
 #include "host/host_error.h"
 #include "host/inputs.h"
-#include "host/text_files.h"
 #include "platform/host_services.h"
 #include "staging/tvml_exception.h"
 
@@ -61,7 +60,7 @@ Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, Voca
     const bool cutOff = words().problem() != LoadProblem::none;
     if (check == VocabularyCheck::always || (check == VocabularyCheck::whenCutOff && cutOff)) {
         vocabularyName_ = fileOfProgram(u"keyword.ini");
-        vocabularyText_ = readVocabulary(vocabularyName_);
+        vocabularyText_ = platform::readSettings(vocabularyName_);
         wants.vocabulary = vocabularyText_;
     }
     try {

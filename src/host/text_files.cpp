@@ -1,12 +1,10 @@
-// The host's files. Entries: readScript, readDescription, readVocabulary,
-// writeScript, writeBytes.
+// The host's files. Entries: readScript, readDescription, writeScript,
+// writeBytes.
 #include "host/text_files.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <filesystem>
-#include <system_error>
 
 #include "platform/host_services.h"
 
@@ -107,19 +105,6 @@ std::u16string readDescription(const std::string& file, InputEncoding encoding) 
     std::u16string description = readText(file, encoding);
     blankXmlDeclaration(description);
     return description;
-}
-
-std::u16string readVocabulary(const std::string& file) {
-    std::string bytes;
-    std::error_code unknown;
-    // What is no ordinary file, the ini service takes for a missing one.
-    const std::filesystem::path path(std::u8string(file.begin(), file.end()));
-    if (!std::filesystem::is_regular_file(path, unknown) || platform::readFile(file, bytes)) {
-        return {};
-    }
-    std::u16string text = decodeText(bytes, InputEncoding::detect).text;
-    turnLineEnds(text);
-    return text;
 }
 
 void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding) {

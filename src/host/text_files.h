@@ -19,10 +19,6 @@ std::u16string readScript(const std::string& file, InputEncoding encoding);
 // the file.
 std::u16string readDescription(const std::string& file, InputEncoding encoding);
 
-// A vocabulary file as the ini service reads it, with line feeds as its only
-// line ends; empty when the file cannot be read, as it is for a conversion.
-std::u16string readVocabulary(const std::string& file);
-
 // Writes the whole text, or nothing. "-" is standard output.
 void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding);
 

@@ -2,7 +2,8 @@
 // arguments, files and standard streams, watching files, decoding of texts,
 // running the program once more, and loading the filter as a library. A native
 // and a Windows implementation stand behind it (posix_host.cpp and
-// posix_watch.cpp, windows_host.cpp and windows_watch.cpp).
+// posix_watch.cpp, windows_host.cpp and windows_watch.cpp); readSettings has its
+// native one in posix.cpp, where the library reads the same files.
 //
 // Conventions
 //  1. Sizes and offsets count bytes; texts and paths are UTF-8. On POSIX
@@ -39,6 +40,10 @@ bool isTerminal(OutputStream stream);
 // Both replace `bytes`; after a failure it holds what was read before.
 Failure readFile(const std::string& path, std::string& bytes);
 Failure readStandardInput(std::string& bytes);
+
+// The text of the ini file at `path` as IniFile reads it, whatever of it is
+// damaged; empty for what reads as a missing file.
+std::u16string readSettings(const std::string& path);
 
 // Writes all bytes. A Windows console gets them as UTF-8 text.
 Failure writeStream(OutputStream stream, std::string_view bytes);

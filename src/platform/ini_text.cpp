@@ -1,7 +1,8 @@
-// Reads the lines of an ini text once, keeps the entries sorted and answers
-// lookups from them. Entry: IniText.
+// What the lines of an ini text mean. Entries: IniText, which reads them once,
+// keeps the entries sorted and answers lookups from them, and readIniSection,
+// which lists them with their places.
 //
-// The order is by hash first, so that a lookup among a few hundred keys costs
+// The sorted order is by hash first, so that a lookup among a few hundred keys costs
 // a few comparisons of numbers; equal hashes are told apart by their text, so
 // that a file made of colliding keys cannot make lookups slow either.
 #include "platform/ini_text.h"
@@ -101,13 +102,46 @@ std::size_t lineLength(std::u16string_view text) {
     return length;
 }
 
-// Takes the first line off `rest`. Both marks of a CR LF end a line; the empty
-// line between them means nothing.
-std::u16string_view takeLine(std::u16string_view& rest) {
+bool isAt(std::u16string_view text, std::size_t place, char16_t unit) {
+    return place < text.size() && text[place] == unit;
+}
+
+// Inline for the reading of whole files.
+inline std::u16string_view takeLine(std::u16string_view& rest) {
     const std::size_t length = lineLength(rest);
     const std::u16string_view line = rest.substr(0, length);
-    rest.remove_prefix(std::min(length + 1, rest.size()));
+    const bool isPair = isAt(rest, length, u'\r') && isAt(rest, length + 1, u'\n');
+    rest.remove_prefix(std::min(length + (isPair ? 2 : 1), rest.size()));
     return line;
+}
+
+// What a line says.
+struct Meaning {
+    enum class Kind : std::uint8_t { nothing, header, entry };
+    Kind kind = Kind::nothing;
+    std::u16string_view name; // of the section, or the key
+    std::u16string_view value = {};
+    bool hasValue = false;
+};
+
+// Of a line without blanks around it. A line that starts like a section and does
+// not end like one is nothing; any other line without an equals sign is a key
+// without a value.
+Meaning meaningOf(std::u16string_view line) {
+    if (line.empty() || line.front() == u';') {
+        return {};
+    }
+    if (line.front() == u'[') {
+        const std::size_t end = line.rfind(u']');
+        return end == line.npos ? Meaning{}
+                                : Meaning{Meaning::Kind::header, trim(line.substr(1, end - 1))};
+    }
+    const std::size_t equals = line.find(u'=');
+    if (equals == line.npos) {
+        return {Meaning::Kind::entry, line};
+    }
+    return {Meaning::Kind::entry, trimEnd(line.substr(0, equals)),
+            unquote(trim(line.substr(equals + 1))), true};
 }
 
 // A terminator inside the value ends it, so that the count and the terminator
@@ -156,28 +190,16 @@ IniText::Stretch IniText::stretch(std::u16string_view part) const {
             static_cast<std::uint32_t>(part.size())};
 }
 
-// A line that starts like a section and does not end like one is nothing; any
-// other line without an equals sign is a key without a value, and hides later
-// entries of that key.
+// An entry without a value is kept: it hides later entries of its key.
 void IniText::addLine(std::u16string_view line, std::uint32_t& section) {
-    if (line.empty() || line.front() == u';') {
-        return;
+    const Meaning meaning = meaningOf(line);
+    if (meaning.kind == Meaning::Kind::header) {
+        section = static_cast<std::uint32_t>(sections_.size());
+        sections_.push_back({section, stretch(meaning.name)});
+    } else if (meaning.kind == Meaning::Kind::entry) {
+        const Stretch value = meaning.hasValue ? stretch(meaning.value) : Stretch{};
+        entries_.push_back({rank(section, meaning.name), stretch(meaning.name), value});
     }
-    if (line.front() == u'[') {
-        const std::size_t end = line.rfind(u']');
-        if (end != line.npos) {
-            section = static_cast<std::uint32_t>(sections_.size());
-            sections_.push_back({section, stretch(trim(line.substr(1, end - 1)))});
-        }
-        return;
-    }
-    const std::size_t equals = line.find(u'=');
-    const std::u16string_view key = trimEnd(line.substr(0, equals));
-    Stretch value = {};
-    if (equals != line.npos) {
-        value = stretch(unquote(trim(line.substr(equals + 1))));
-    }
-    entries_.push_back({rank(section, key), stretch(key), value});
 }
 
 void IniText::sortIndex() {
@@ -210,6 +232,38 @@ const IniText::Entry* IniText::findEntry(std::uint32_t section, std::u16string_v
     const bool equal = found != entries_.end() && found->rank == wanted &&
                        compareFolded(view(found->key), key) == 0;
     return equal ? &*found : nullptr;
+}
+
+IniSection readIniSection(std::u16string_view text, std::u16string_view name) {
+    IniSection section;
+    name = trim(name);
+    bool found = name.empty(); // what precedes the first header, and no later one
+    bool inside = found;
+    for (std::int32_t number = 1; !text.empty(); ++number) {
+        const std::u16string_view whole = takeLine(text);
+        const auto part = [&](std::u16string_view of) {
+            return IniPart{of, number, static_cast<std::size_t>(of.data() - whole.data())};
+        };
+        const std::u16string_view line = trim(whole);
+        const Meaning meaning = meaningOf(line);
+        if (meaning.kind == Meaning::Kind::header) {
+            inside = !found && sameIniName(meaning.name, name);
+            found = found || inside;
+            section.header = inside ? part(line) : section.header;
+        } else if (meaning.kind == Meaning::Kind::entry && inside) {
+            section.entries.push_back(
+                {part(meaning.name), meaning.hasValue ? part(meaning.value) : IniPart{}});
+        }
+    }
+    return section;
+}
+
+std::u16string_view takeIniLine(std::u16string_view& rest) {
+    return takeLine(rest);
+}
+
+bool sameIniName(std::u16string_view a, std::u16string_view b) {
+    return compareFolded(a, b) == 0;
 }
 
 } // namespace tvml::platform

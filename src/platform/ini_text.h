@@ -1,5 +1,6 @@
 // The text of one ini file, indexed for lookup: the portable heart of the ini
-// service, for platforms that have none and for tests.
+// service, for platforms that have none and for tests. Beside it, for messages
+// about such a text, its entries with their places, by the same rules.
 #ifndef TVML_PLATFORM_INI_TEXT_H
 #define TVML_PLATFORM_INI_TEXT_H
 
@@ -7,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -52,6 +54,35 @@ private:
     std::vector<Section> sections_; // by folded name, the first of a name first
     std::vector<Entry> entries_;    // by rank and folded key, the first of a key first
 };
+
+// A part of one line of an ini text.
+struct IniPart {
+    std::u16string_view text;
+    std::int32_t line = 0;
+    std::size_t start = 0; // the units of the line in front of it
+};
+
+struct IniEntry {
+    IniPart key;   // as written
+    IniPart value; // without enclosing quotes; empty when the line has none
+};
+
+// Its views are into the text that it was read from.
+struct IniSection {
+    std::optional<IniPart> header;
+    std::vector<IniEntry> entries; // in the order of the text
+};
+
+// The section whose entries a lookup in `name` finds, with those that others
+// hide. It has no header when there is none of that name, or when the section is
+// what precedes the first header.
+IniSection readIniSection(std::u16string_view text, std::u16string_view name);
+
+// Takes the first line off `rest`. CR, LF and CR LF each end a line.
+std::u16string_view takeIniLine(std::u16string_view& rest);
+
+// Whether two sections or two keys have the same name.
+bool sameIniName(std::u16string_view a, std::u16string_view b);
 
 } // namespace tvml::platform
 

@@ -1,5 +1,6 @@
 // The operating system on POSIX platforms. Entry: system().
 #include "platform/decoding.h"
+#include "platform/host_services.h"
 #include "platform/ini_text.h"
 #include "platform/platform.h"
 
@@ -181,6 +182,10 @@ std::string PosixPlatform::toUtf8(std::u16string_view text) const {
 const Platform& system() {
     static const PosixPlatform platform;
     return platform;
+}
+
+std::u16string readSettings(const std::string& path) {
+    return decodeSettings(readIniFile(path));
 }
 
 } // namespace tvml::platform

@@ -27,10 +27,11 @@ int systemLength(std::size_t length) {
     return static_cast<int>(length);
 }
 
-// Texts that go to the system; what is no UTF-8 becomes U+FFFD there.
-std::wstring toWide(std::string_view utf8) {
-    std::wstring wide(utf8.size(), L'\0');
-    const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), systemLength(utf8.size()),
+// Of UTF-8 first of all, for texts that go to the system; what is none becomes
+// U+FFFD there.
+std::wstring toWide(std::string_view bytes, UINT page = CP_UTF8) {
+    std::wstring wide(bytes.size(), L'\0');
+    const int length = MultiByteToWideChar(page, 0, bytes.data(), systemLength(bytes.size()),
                                            wide.data(), systemLength(wide.size()));
     wide.resize(static_cast<std::size_t>(length));
     return wide;
@@ -214,6 +215,26 @@ std::size_t firstUndecodable(std::string_view bytes, UINT page) {
     return at;
 }
 
+// An odd last byte is half a unit that got lost.
+std::u16string decodeUtf16(std::string_view bytes, bool swapped) {
+    std::u16string text(bytes.size() / 2, u'\0');
+    std::memcpy(text.data(), bytes.data(), text.size() * 2);
+    for (char16_t& unit : text) {
+        unit = swapped ? static_cast<char16_t>((unit << 8) | (unit >> 8)) : unit;
+    }
+    return text;
+}
+
+// As the ini service does it: what has no mark is in the machine's code page.
+std::u16string decodeSettings(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
+        return decodeUtf16(bytes.substr(2), bytes.starts_with("\xFE"));
+    }
+    const bool marked = bytes.starts_with("\xEF\xBB\xBF");
+    const std::wstring text = marked ? toWide(bytes.substr(3)) : toWide(bytes, CP_ACP);
+    return {text.begin(), text.end()};
+}
+
 // What CommandLineToArgvW splits off as one word: quotes and the backslashes in
 // front of them are marked with backslashes.
 void appendQuoted(std::wstring& line, const std::wstring& word) {
@@ -319,6 +340,11 @@ Failure readFile(const std::string& path, std::string& bytes) {
 
 Failure readStandardInput(std::string& bytes) {
     return readAll(GetStdHandle(STD_INPUT_HANDLE), bytes);
+}
+
+std::u16string readSettings(const std::string& path) {
+    std::string bytes;
+    return readFile(path, bytes) ? std::u16string() : decodeSettings(bytes);
 }
 
 Failure writeStream(OutputStream stream, std::string_view bytes) {

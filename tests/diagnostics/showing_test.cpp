@@ -42,6 +42,32 @@ TEST(TextRenderer, MarksTheRange) {
     }
 }
 
+// A carriage return ends a line of the vocabulary and is a letter elsewhere.
+TEST(TextRenderer, CutsLinesAsTheReadersDo) {
+    constexpr std::u16string_view kText = u"[S]\rk=v\r\n\nl=w\r";
+    const Sources sources{{"a.txt", kText}, {"a.xml", kText}, {"keyword.ini", kText}};
+    struct {
+        SourceKind source;
+        std::int32_t line;
+        std::string_view shown;
+    } const rows[] = {
+        {SourceKind::vocabulary, 1, "\n  [S]\n  ^\n"},
+        {SourceKind::vocabulary, 2, "\n  k=v\n  ^\n"},
+        {SourceKind::vocabulary, 3, "\n  \n  ^\n"},
+        {SourceKind::vocabulary, 4, "\n  l=w\n  ^\n"},
+        {SourceKind::vocabulary, 5, "\n  \n  ^\n"},
+        {SourceKind::script, 1, "\n  [S]\uFFFDk=v\uFFFD\n  ^\n"},
+        {SourceKind::description, 3, "\n  l=w\uFFFD\n  ^\n"},
+    };
+    const TextRenderer renderer(sources, platform::system(), false);
+    for (const auto& row : rows) {
+        Diagnostic found = made(row.line, 1, 1);
+        found.source = row.source;
+        const std::string shown = renderer.render(found);
+        EXPECT_EQ(shown.substr(shown.find('\n')), row.shown) << row.line;
+    }
+}
+
 TEST(TextRenderer, ShowsLongLinesAroundTheRange) {
     const std::u16string script = std::u16string(5000, u'x') + u"HERE" + std::u16string(5000, u'y');
     const Sources sources = scriptOf(script);

@@ -2,6 +2,8 @@
 // said about them. Their lines follow the shipped ones.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "diagnostics/checking.h"
 
 namespace tvml {
@@ -56,6 +58,35 @@ TEST(VocabularyCheck, Words) {
     };
     for (const Row& row : kRows) {
         EXPECT_EQ(toldOf(row.lines), row.told) << utf8(row.lines);
+    }
+}
+
+// Codes, places and messages, which tell lines, too.
+std::string placesIn(std::u16string_view text) {
+    std::string places;
+    for (const Diagnostic& one : foundInVocabulary(text)) {
+        places.append(one.code.row().code).append(" ") += std::to_string(one.line) + ":" +
+                                                          std::to_string(one.column) + "+" +
+                                                          std::to_string(one.units) + " ";
+        places += utf8(one.message) + "\n";
+    }
+    return places;
+}
+
+TEST(VocabularyCheck, PlacesAreTheSameWhateverEndsTheLines) {
+    const std::u16string text =
+        vocabularyWith(u"hapy=喜\n\n  Red = 赤\nwait_n= '秒'\nkanma=，，\n ;x\nRED=赤\n");
+    const std::string expected = placesIn(text);
+    ASSERT_EQ(std::ranges::count(expected, '\n'), 5) << expected;
+    const std::vector<std::vector<std::u16string_view>> allEnds{
+        {u"\r"}, {u"\r\n"}, {u"\r", u"\r\n"}, {u"\r\n", u"\n"}, {u"\r\n", u"\n", u"\n", u"\r"}};
+    for (const std::vector<std::u16string_view>& ends : allEnds) {
+        std::u16string other;
+        std::size_t line = 0;
+        for (const char16_t unit : text) {
+            other += unit == u'\n' ? ends[line++ % ends.size()] : std::u16string_view(&unit, 1);
+        }
+        EXPECT_EQ(placesIn(other), expected);
     }
 }
 

@@ -61,12 +61,18 @@ public:
     // Runs the program in the shell, with its streams in files of a folder of
     // their own.
     Outcome run(const std::vector<std::string>& arguments, std::string_view input = {}) const {
+        return run(beside(HOST_PROGRAM), arguments, input);
+    }
+
+    // The same with a copy of the program.
+    Outcome run(const std::string& program, const std::vector<std::string>& arguments,
+                std::string_view input = {}) const {
         const std::string shellQuotes(HOST_SHELL_QUOTES, '"');
         const std::filesystem::path in = streams_.path() / "in";
         const std::filesystem::path out = streams_.path() / "out";
         const std::filesystem::path err = streams_.path() / "err";
         std::ofstream(in, std::ios::binary) << input;
-        std::string command = shellQuotes + quoted(beside(HOST_PROGRAM));
+        std::string command = shellQuotes + quoted(program);
         for (const std::string& argument : arguments) {
             command.append(" ").append(quoted(argument));
         }

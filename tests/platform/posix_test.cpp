@@ -1,5 +1,8 @@
 // Things that stand in the place of a settings file on POSIX platforms, and
-// files made to be slow.
+// files made to be slow. The text that is given away for messages is the one that
+// lookups read.
+#include "platform/host_services.h"
+#include "platform/ini_text.h"
 #include "platform/platform.h"
 #include "temporary_folder.h"
 
@@ -14,9 +17,32 @@
 namespace tvml::platform {
 namespace {
 
+using namespace std::string_view_literals;
+
 std::u16string read(const std::u16string& path) {
     std::array<char16_t, 16> buffer;
-    return {buffer.data(), system().openIni(path)->readString(u"S", u"k", u"default", buffer)};
+    const std::u16string value(buffer.data(),
+                               system().openIni(path)->readString(u"S", u"k", u"default", buffer));
+    const std::u16string text = readSettings(system().toUtf8(path));
+    const std::vector<IniEntry> entries = readIniSection(text, u"S").entries;
+    EXPECT_EQ(entries.empty() ? u"default" : entries.front().value.text, value);
+    return value;
+}
+
+TEST(PosixIni, DecodesOnceForLookupsAndMessages) {
+    struct {
+        std::string_view bytes;
+        std::u16string_view value;
+    } const rows[] = {
+        {"[S]\nk=\xE5\x96\x9C\n", u"\u559C"},
+        {"[S]\nk=\xE5\x96\x9C\xE5\x96\x9C\n;\xFF", u"\u875F\u61F7\u4E07"},
+        {"\xEF\xBB\xBF[S]\rk=\xE5\x96\x9C\xFF\r", u"\u559C\uFFFD"},
+        {"\xFF\xFE[\0S\0]\0\r\0k\0=\0\x00\xD8\r\0"sv, u"\xD800"},
+    };
+    const TemporaryFolder folder;
+    for (const auto& row : rows) {
+        EXPECT_EQ(read(folder.write("file", row.bytes)), row.value) << row.bytes;
+    }
 }
 
 TEST(PosixIni, OpensOnlyRegularFilesAndNeverWaits) {
