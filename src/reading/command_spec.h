@@ -373,7 +373,7 @@ inline constexpr std::array<AdverbRow, 12> kAdverbRows{{
 
 namespace detail {
 
-constexpr bool sharesNobodysKey() {
+constexpr bool everyKeyHasOneRow() {
     for (std::size_t i = 0; i < kCommands.size(); ++i) {
         for (const RowWord& word : kCommands[i].words) {
             for (std::size_t j = 0; j < i; ++j) {
@@ -434,7 +434,7 @@ constexpr bool rowsAreWhole() {
     return true;
 }
 
-static_assert(sharesNobodysKey(), "a word makes one command");
+static_assert(everyKeyHasOneRow(), "a word makes one command");
 static_assert(shadowsNothing(), "no command hides another one");
 static_assert(rowsAreWhole(), "a command has words and an action, or is marked as taken by nobody");
 

@@ -117,6 +117,44 @@ TEST(ScriptCheck, GoodSpeechIsLeftAlone) {
     EXPECT_EQ(checkedScript(kGood), "");
 }
 
+// What messages say where two words could be exchanged without another place or
+// code.
+TEST(ScriptCheck, Messages) {
+    const struct {
+        std::u16string_view script;
+        std::string_view message;
+    } rows[] = {
+        {u"タイトル：夕方\n", "the title card has no subtitle"},
+        {u"サブタイトル：港町\n", "the title card has no title"},
+        {u"タイトル：夕方\n\nサブタイトル：港町\n",
+         "the subtitle does not follow its title of line 1 directly; each becomes a card of its "
+         "own"},
+        {u"サブタイトル：港町\n\nタイトル：夕方\n",
+         "the title does not follow its subtitle of line 1 directly; each becomes a card of its "
+         "own"},
+        {u"Ｂ：（キャラクター：着物）\n",
+         "character B has no model \"着物\"; the model does not change"},
+        {u"Ａ：（敬礼）\n", "\"敬礼\" is a pose of B, not of A; the line writes nothing"},
+        {u"（オープニングオフ、同時）\n",
+         "\"、同時\" cannot stand behind this command; it is not carried out"},
+        {u"（Ｄのアップショット）\n",
+         "\"Ｄ\" is no character of this programme, which has A to C; A is used instead"},
+    };
+    for (const auto& row : rows) {
+        const std::vector<Diagnostic> found = foundInScript(row.script);
+        ASSERT_EQ(found.size(), 1U) << utf8(row.script);
+        EXPECT_EQ(utf8(found[0].message), row.message);
+    }
+}
+
+TEST(ScriptCheck, AtMostThreeSuggestionsTheClosestFirst) {
+    ClosestNames closest(u"abcdef");
+    for (const std::u16string_view name : {u"abcdxx", u"abcdex", u"abxdef", u"xbcdef", u"abcdey"}) {
+        closest.offer(name);
+    }
+    EXPECT_EQ(closest.take(), (std::vector<std::u16string>{u"abcdex", u"abxdef", u"xbcdef"}));
+}
+
 // A tag of the description is no marker, whatever its English name.
 TEST(ScriptCheck, DeclaredTagsNamedLikeMarkers) {
     TestProgramme programme;
