@@ -18,7 +18,7 @@ void append(std::vector<Diagnostic>& all, std::vector<Diagnostic> more) {
 Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
                  const platform::Platform& platform) {
     const ConversionRequest& conversion = request.conversion;
-    DiagnosticCollector problems(conversion);
+    DiagnosticCollector problems(conversion, request.language);
     StoryRecorder stories(wants.stories.first, wants.stories.last);
     SourceMapRecorder map;
     BeatRecorder beats;
@@ -40,10 +40,12 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     ConversionRun run(request.words, request.settings, platform, &listeners);
     result.tvml = run.convert(conversion).text();
     if (wants.vocabulary.has_value()) {
-        append(result.problems, checkVocabulary(request.words, *wants.vocabulary));
+        append(result.problems,
+               checkVocabulary(request.words, *wants.vocabulary, request.language));
     }
     if (wants.problems) {
-        append(result.problems, checkDescription(conversion.description, request.words, platform));
+        append(result.problems,
+               checkDescription(conversion.description, request.words, platform, request.language));
         append(result.problems, problems.take());
     }
     if (wants.elements) {

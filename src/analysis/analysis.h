@@ -31,6 +31,7 @@ struct AnalysisRequest {
     ConversionRequest conversion;
     const KeywordTable& words;
     const TvmlIniMirvol& settings;
+    Language language = Language::en; // of the problems
 };
 
 // Lines from `first` to `last`, both from 1.

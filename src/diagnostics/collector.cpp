@@ -26,9 +26,11 @@ bool needsCheck(const ScriptChecks& checks, const CheckedLine& checked) {
 } // namespace
 
 struct DiagnosticCollector::Work {
-    explicit Work(const ConversionRequest& theRequest) : request(theRequest) {}
+    Work(const ConversionRequest& theRequest, Language theLanguage)
+        : request(theRequest), language(theLanguage) {}
 
     const ConversionRequest request;
+    const Language language;
     std::optional<ScriptChecks> checks;
     std::vector<Diagnostic> found; // kept when the checks end
 
@@ -53,13 +55,14 @@ struct DiagnosticCollector::Work {
         }
     }
 
-    void add(Code code, TextRange range, std::initializer_list<std::u16string_view> values) {
-        checks->found.push_back(makeDiagnostic(code, SourceKind::script, range, values));
+    void add(Code code, TextRange range, TextValues values) {
+        checks->found.push_back(makeDiagnostic(code, language, SourceKind::script, range, values));
     }
 
     void tellLoneCard() {
         if (card.line != 0) {
-            add("S134", card, {cardMarker == u"title" ? u"subtitle" : u"title"});
+            add("S134", card,
+                {checks->markerName(cardMarker == u"title" ? u"subtitle" : u"title")});
         }
         card.line = 0;
     }
@@ -69,7 +72,8 @@ struct DiagnosticCollector::Work {
         const std::int32_t line = checked.outcome.number;
         if (card.line != 0 && cardMarker != marker && line - card.line <= kCardReach) {
             checks->add("S135", checked, std::nullopt,
-                        {marker, cardMarker, decimalText(card.line)});
+                        {checks->markerName(marker), checks->markerName(cardMarker),
+                         decimalText(card.line)});
             card.line = 0; // one message tells about both cards
             return;
         }
@@ -102,8 +106,8 @@ struct DiagnosticCollector::Work {
     }
 };
 
-DiagnosticCollector::DiagnosticCollector(const ConversionRequest& request)
-    : work_(std::make_unique<Work>(request)) {}
+DiagnosticCollector::DiagnosticCollector(const ConversionRequest& request, Language language)
+    : work_(std::make_unique<Work>(request, language)) {}
 
 DiagnosticCollector::~DiagnosticCollector() = default;
 
@@ -113,7 +117,7 @@ std::vector<Diagnostic> DiagnosticCollector::take() {
 }
 
 void DiagnosticCollector::programmeRead(const Programme& programme) {
-    work_->checks.emplace(programme);
+    work_->checks.emplace(programme, work_->language);
 }
 
 void DiagnosticCollector::lineConverted(const ScriptLine& line, const LineOutcome& outcome) {

@@ -10,40 +10,28 @@
 namespace tvml {
 namespace {
 
-// What a command lacks that needs a condition; empty for those that need none.
-constexpr std::u16string_view lackingText(Condition condition) {
-    switch (condition) {
-    case Condition::always:
-        return {};
-    case Condition::subImageShown:
-        return u"no sub picture is on screen";
-    case Condition::bgImageShown:
-        return u"no background picture is on screen";
-    case Condition::rightImageShown:
-        return u"no right picture is on screen";
-    case Condition::leftImageShown:
-        return u"no left picture is on screen";
-    case Condition::mainImageShown:
-        return u"no main picture is on screen";
-    case Condition::leftSuperShown:
-        return u"no left super is on screen";
-    case Condition::rightSuperShown:
-        return u"no right super is on screen";
-    case Condition::oneCharacter:
-        return u"only a programme of one character has it; name the character";
-    case Condition::twoCharacters:
-        return u"only a programme of two characters has it; name whom you mean";
-    case Condition::severalCharacters:
-        return u"the programme has one character";
-    case Condition::subImageBefore:
-        return u"no sub picture was shown, so the character just waits";
-    }
-    return {};
-}
+// What a command lacks whose condition does not hold.
+struct LackRow {
+    Condition condition;
+    Message text;
+};
+constexpr std::array<LackRow, kConditionCount - 1> kLacks{{
+    {Condition::subImageShown, Message::lacking_subImageShown},
+    {Condition::bgImageShown, Message::lacking_bgImageShown},
+    {Condition::rightImageShown, Message::lacking_rightImageShown},
+    {Condition::leftImageShown, Message::lacking_leftImageShown},
+    {Condition::mainImageShown, Message::lacking_mainImageShown},
+    {Condition::leftSuperShown, Message::lacking_leftSuperShown},
+    {Condition::rightSuperShown, Message::lacking_rightSuperShown},
+    {Condition::oneCharacter, Message::lacking_oneCharacter},
+    {Condition::twoCharacters, Message::lacking_twoCharacters},
+    {Condition::severalCharacters, Message::lacking_severalCharacters},
+    {Condition::subImageBefore, Message::lacking_subImageBefore},
+}};
 
 constexpr bool everyConditionHasItsText() {
-    for (std::size_t i = 1; i < kConditionCount; ++i) {
-        if (lackingText(static_cast<Condition>(i)).empty()) {
+    for (std::size_t i = 0; i < kLacks.size(); ++i) {
+        if (kLacks[i].condition != static_cast<Condition>(i + 1)) {
             return false;
         }
     }
@@ -239,7 +227,8 @@ void tellCondition(ScriptChecks& checks, const CheckedLine& checked, const LineP
     // A command that took its line all the same only waits for what it needs.
     const Condition lacking =
         checked.line.command()->taken ? Condition::subImageBefore : told.command->condition;
-    checks.addAt("S112", checked, head, {head, lackingText(lacking)});
+    checks.addAt("S112", checked, head,
+                 {head, checks.text(kLacks[static_cast<std::size_t>(lacking) - 1].text)});
 }
 
 bool isLatin(char16_t unit) {
@@ -265,7 +254,8 @@ void tellReplacedLetter(ScriptChecks& checks, const CheckedLine& checked, const 
     const std::u16string_view written = wholeWord(checked.line.text, place, told.where);
     const bool pair = checked.line.hasProblem(ScriptProblem::pairReplaced);
     checks.add("S109", checked, place,
-               {written, checks.characters(), pair ? u"A and B are" : u"A is"});
+               {written, checks.characters(),
+                checks.text(pair ? Message::replaced_pair : Message::replaced_one)});
 }
 
 // A pair of one letter may have become one by a replacement; that is told.

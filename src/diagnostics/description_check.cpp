@@ -41,9 +41,9 @@ std::vector<std::u16string> closestOf(std::u16string_view given, const Names& na
 class DescriptionCheck {
 public:
     DescriptionCheck(std::u16string_view description, const KeywordTable& words,
-                     const platform::Platform& platform)
-        : checks_(words, upToTerminator(description)), platform_(platform), commands_(words),
-          cut_(checks_.source.text().size() < description.size()) {}
+                     const platform::Platform& platform, Language language)
+        : checks_(words, upToTerminator(description), language), platform_(platform),
+          commands_(words), cut_(checks_.source.text().size() < description.size()) {}
 
     std::vector<Diagnostic> run() {
         if (isBlankText(checks_.source.text()) && !cut_) {
@@ -216,7 +216,7 @@ private:
                           characterLetterOf(first, words()) == characterLetterOf(second, words());
         if (one || same) {
             checks_.add("D320", first.empty() ? second : first,
-                        {first.empty() ? second : first, u"all pairs"});
+                        {first.empty() ? second : first, checks_.text(Message::pair_all)});
         }
     }
 
@@ -247,9 +247,9 @@ private:
             const bool isPose = element.meaning.kind == ElementKind::pose;
             const std::u16string_view trimmed = trimScriptText(name, words());
             if (trimmed.size() != name.size() && (isPose || words().isBlank(name.front()))) {
-                checks_.add("D331", name, {name, u"it has blanks at its ends"});
+                checks_.add("D331", name, {name, checks_.text(Message::name_blanks)});
             } else if (isPose && findSeparator(name, words()) != kNone) {
-                checks_.add("D331", name, {name, u"it holds a separator"});
+                checks_.add("D331", name, {name, checks_.text(Message::name_separator)});
             } else if (isPose && attribute == u"japanesename") {
                 checkPoseWord(element, name);
                 checkPoseName(element, name);
@@ -262,7 +262,7 @@ private:
         std::u16string phrase(name);
         const Recognition recognition = recognizeCommand(phrase, words(), {}, commands_);
         if (recognition.row != nullptr && phrase != element.attribute(u"englishname")) {
-            checks_.add("D331", name, {name, u"it is the word of a command"});
+            checks_.add("D331", name, {name, checks_.text(Message::name_command)});
         }
     }
 
@@ -271,7 +271,7 @@ private:
         const std::u16string_view english = element.attribute(u"englishname");
         const auto [known, isNew] = poseNames_.try_emplace(std::u16string(name), name, english);
         if (!isNew && known->second.second != english) {
-            checks_.add("D331", known->second.first, {name, u"a later pose has it, too"});
+            checks_.add("D331", known->second.first, {name, checks_.text(Message::name_later)});
         }
         known->second = {name, english};
     }
@@ -433,9 +433,7 @@ private:
     // ---- what a script can reach
 
     std::u16string programmeText() const {
-        return checks_.lastCharacter == u'A'
-                   ? std::u16string(u"A alone")
-                   : std::u16string(u"A to ").append(letterText(checks_.lastCharacter));
+        return charactersText(checks_.lastCharacter, checks_.language);
     }
 
     void checkReach() {
@@ -462,9 +460,9 @@ private:
         const char16_t last = checks_.lastCharacter;
         std::u16string_view everywhere;
         if (index == indexOf(CharacterElement::lookatfellow) && last != u'B') {
-            everywhere = u"only programmes of two characters have this command";
+            everywhere = checks_.text(Message::variant_two);
         } else if (index == indexOf(CharacterElement::lookatn) && last == u'A') {
-            everywhere = u"the programme has one character";
+            everywhere = checks_.text(Message::lacking_severalCharacters);
         }
         bool allOwn = true;
         for (char16_t letter = u'A'; letter <= u'Z'; ++letter) {
@@ -472,14 +470,13 @@ private:
             allOwn = allOwn && (letter > last || variants != nullptr);
             if (!everywhere.empty() || letter > last) {
                 tellUnreached(name, variants,
-                              everywhere.empty() ? u"the programme has fewer characters"
+                              everywhere.empty() ? checks_.text(Message::variant_fewer)
                                                  : everywhere);
             }
         }
         if (allOwn || !everywhere.empty()) {
             tellUnreached(name, collection.variantsOf(sharedKey),
-                          everywhere.empty() ? u"every character has variants of its own"
-                                             : everywhere);
+                          everywhere.empty() ? checks_.text(Message::variant_own) : everywhere);
         }
     }
 
@@ -496,8 +493,8 @@ private:
         }
         if (allOwn) {
             tellUnreached(kTwoshotElement, shared,
-                          last == u'A' ? u"the programme has one character"
-                                       : u"every pair has variants of its own");
+                          checks_.text(last == u'A' ? Message::lacking_severalCharacters
+                                                    : Message::variant_pairs));
         }
     }
 
@@ -536,8 +533,8 @@ private:
 } // namespace
 
 std::vector<Diagnostic> checkDescription(std::u16string_view description, const KeywordTable& words,
-                                         const platform::Platform& platform) {
-    return DescriptionCheck(description, words, platform).run();
+                                         const platform::Platform& platform, Language language) {
+    return DescriptionCheck(description, words, platform, language).run();
 }
 
 std::vector<ElementPlace> elementPlaces(std::u16string_view description) {

@@ -27,23 +27,26 @@ struct ElementFacts {
 };
 
 struct DescriptionChecks {
-    DescriptionChecks(const KeywordTable& vocabulary, std::u16string_view text)
-        : words(vocabulary), source(text) {}
+    DescriptionChecks(const KeywordTable& vocabulary, std::u16string_view sourceText,
+                      Language theLanguage)
+        : words(vocabulary), source(sourceText), language(theLanguage) {}
 
     const KeywordTable& words;
     DescriptionSource source;
+    const Language language;
     char16_t lastCharacter = 0;
     std::vector<Diagnostic> found;
 
     // Adds a diagnostic about a part of the source; an empty view without data
     // stands for the whole text.
-    Diagnostic& add(Code code, std::u16string_view part,
-                    std::initializer_list<std::u16string_view> values = {}) {
-        found.push_back(makeDiagnostic(code, SourceKind::description,
+    Diagnostic& add(Code code, std::u16string_view part, TextValues values = {}) {
+        found.push_back(makeDiagnostic(code, language, SourceKind::description,
                                        part.data() == nullptr ? TextRange{} : source.rangeOf(part),
                                        values));
         return found.back();
     }
+
+    std::u16string_view text(Message message) const { return textOf(message, language); }
 };
 
 // What the text of a template has wrong.

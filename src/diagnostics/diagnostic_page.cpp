@@ -1,57 +1,36 @@
-// The table of diagnostics as text. Entries: diagnosticsPage, explanationOf.
-#include "diagnostics/diagnostics.h"
+// The table of diagnostics as text. Entries: explanationOf, foundInExample,
+// diagnosticsPage.
+#include "diagnostics/examples.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/ini_text.h"
+#include "run/settings.h"
+#include "vocabulary/keyword_table.h"
 
 namespace tvml {
 namespace {
 
 struct Chapter {
     char letter;
-    std::string_view title;
+    Message title;
 };
 
 constexpr std::array<Chapter, 4> kChapters{{
-    {'S', "The script"},
-    {'V', "The vocabulary"},
-    {'D', "The description"},
-    {'F', "Files and calls"},
+    {'S', Message::page_script},
+    {'V', Message::page_vocabulary},
+    {'D', Message::page_description},
+    {'F', Message::page_files},
 }};
 
-constexpr std::string_view kIntroduction =
-    "# Diagnostics\n"
-    "\n"
-    "No problem stops a conversion: what cannot be understood is passed over, spoken or replaced.\n"
-    "Diagnostics say where that happens. Each has a code that never changes its meaning, a\n"
-    "severity, and a place as `FILE:LINE:COLUMN`; lines and columns count from 1, columns in "
-    "UTF-16\n"
-    "units.\n"
-    "\n"
-    "| severity | meaning |\n"
-    "|---|---|\n"
-    "| error | something that was written has no effect |\n"
-    "| warning | something happens that its writer hardly meant |\n"
-    "| note | nothing is lost; worth knowing |\n"
-    "\n"
-    "Each entry ends with an example that gives exactly this diagnostic. Scripts are examples for\n"
-    "a programme with this description, in which C has no model:\n"
-    "\n";
+// How a row's example is called.
+constexpr std::array<Message, 6> kExampleTitles{
+    Message::example_script,       Message::example_description, Message::example_vocabulary,
+    Message::example_noVocabulary, Message::example_playLine,    Message::example_bareScript};
 
-// How the page calls what a row's example is.
-std::string_view exampleTitle(ExampleKind kind) {
-    switch (kind) {
-    case ExampleKind::script:
-        return "Script";
-    case ExampleKind::playLine:
-        return "Script, played from line 9";
-    case ExampleKind::bareScript:
-        return "Script, without description and vocabulary";
-    case ExampleKind::description:
-        return "Description";
-    case ExampleKind::vocabulary:
-        return "In the vocabulary";
-    case ExampleKind::noVocabulary:
-        return "Vocabulary file";
-    }
-    return {};
+Message exampleTitle(ExampleKind kind) {
+    return kExampleTitles[static_cast<std::size_t>(kind)];
 }
 
 // A terminator cannot stand in a page.
@@ -78,34 +57,114 @@ std::string fenced(const std::string& text, std::string_view language) {
     return std::string("```").append(language).append("\n").append(text).append("```\n");
 }
 
+std::u16string_view keyOf(std::u16string_view line) {
+    line = line.substr(0, line.find(u'='));
+    return line.starts_with(u';') ? line.substr(1) : line;
+}
+
+template <typename Visit> void visitLines(std::u16string_view text, Visit visit) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(u'\n'), text.size());
+        visit(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+std::u16string vocabularyOf(const DiagnosticRow& row, std::u16string_view shipped) {
+    switch (row.kind) {
+    case ExampleKind::vocabulary:
+        return vocabularyWith(shipped, row.example);
+    case ExampleKind::noVocabulary:
+        return std::u16string(row.example);
+    case ExampleKind::bareScript:
+        return {};
+    default:
+        return std::u16string(shipped);
+    }
+}
+
+// What `check` shows for the example.
+std::string findingsText(const DiagnosticRow& row, std::u16string_view shippedVocabulary,
+                         const platform::Platform& platform, Language language) {
+    const std::u16string vocabulary = vocabularyOf(row, shippedVocabulary);
+    const Sources sources{{"programme.txt", row.example},
+                          {"description.xml", row.example},
+                          {"keyword.ini", vocabulary}};
+    const TextRenderer renderer(sources, platform, language, false);
+    std::string text;
+    for (const Diagnostic& found : foundInExample(row, shippedVocabulary, platform, language)) {
+        text += renderer.render(found);
+    }
+    return text;
+}
+
 } // namespace
 
-std::string explanationOf(Code code, const platform::Platform& platform) {
+std::u16string vocabularyWith(std::u16string_view iniText, std::u16string_view lines) {
+    std::u16string text;
+    visitLines(iniText, [&](std::u16string_view shipped) {
+        bool replaced = false;
+        visitLines(lines, [&](std::u16string_view line) {
+            const bool isEntry = shipped.find(u'=') != shipped.npos;
+            replaced = replaced || (isEntry && keyOf(line) == keyOf(shipped));
+        });
+        if (!replaced) {
+            text.append(shipped).append(u"\n");
+        }
+    });
+    return text.append(lines);
+}
+
+std::vector<Diagnostic> foundInExample(const DiagnosticRow& row,
+                                       std::u16string_view shippedVocabulary,
+                                       const platform::Platform& platform, Language language) {
+    const std::u16string vocabulary = vocabularyOf(row, shippedVocabulary);
+    KeywordTable words;
+    words.loadFrom(platform::IniText(vocabulary));
+    if (row.kind == ExampleKind::description) {
+        return checkDescription(row.example, words, platform, language);
+    }
+    if (row.kind == ExampleKind::vocabulary || row.kind == ExampleKind::noVocabulary) {
+        return checkVocabulary(words, vocabulary, language);
+    }
+    const std::int32_t playFrom = row.kind == ExampleKind::playLine ? kExamplePlayFrom : kNoLine;
+    const bool bare = row.kind == ExampleKind::bareScript;
+    const TvmlIniMirvol settings(platform);
+    return checkScript({row.example, playFrom, kNoLine, bare ? u"" : kExampleDescription}, words,
+                       settings, platform, language);
+}
+
+std::string explanationOf(Code code, const platform::Platform& platform, Language language) {
     const DiagnosticRow& row = code.row();
+    const auto utf8 = [&](Message message) { return platform.toUtf8(textOf(message, language)); };
     std::string text(row.code);
-    text.append(", ").append(severityName(row.severity)).append(": ");
-    text.append(shownMessage(row.message, platform)).append("\n\n");
-    text.append(platform.toUtf8(row.explanation)).append("\n\n");
-    text.append(exampleTitle(row.kind)).append(":\n\n");
+    text.append(", ").append(utf8(severityText(row.severity))).append(": ");
+    text.append(shownMessage(textOf(code.message(), language), platform)).append("\n\n");
+    text.append(utf8(code.explanation())).append("\n\n");
+    text.append(utf8(exampleTitle(row.kind))).append(":\n\n");
     return text.append(shownText(row.example, platform));
 }
 
-std::string diagnosticsPage(const platform::Platform& platform) {
-    std::string page(kIntroduction);
+std::string diagnosticsPage(std::u16string_view shippedVocabulary,
+                            const platform::Platform& platform, Language language) {
+    const auto utf8 = [&](Message message) { return platform.toUtf8(textOf(message, language)); };
+    std::string page = utf8(Message::page_introduction);
     page.append(fenced(platform.toUtf8(kExampleDescription), "xml"));
     for (const Chapter& chapter : kChapters) {
-        page.append("\n## ").append(chapter.title).append("\n");
-        for (const DiagnosticRow& row : kDiagnosticRows) {
+        page.append("\n## ").append(utf8(chapter.title)).append("\n");
+        for (std::size_t i = 0; i < kDiagnosticRows.size(); ++i) {
+            const DiagnosticRow& row = kDiagnosticRows[i];
             if (row.code.front() != chapter.letter) {
                 continue;
             }
             page.append("\n### ").append(row.code).append(" (");
-            page.append(severityName(row.severity)).append(")\n\n`");
-            page.append(shownMessage(row.message, platform)).append("`\n\n");
-            page.append(platform.toUtf8(row.explanation)).append("\n\n");
-            page.append(exampleTitle(row.kind)).append(":\n\n");
+            page.append(utf8(severityText(row.severity))).append(")\n\n");
+            page.append(utf8(Code::at(i).explanation())).append("\n\n");
+            page.append(utf8(exampleTitle(row.kind))).append(":\n\n");
             page.append(fenced(shownText(row.example, platform),
                                row.kind == ExampleKind::description ? "xml" : ""));
+            page.append("\n").append(
+                fenced(findingsText(row, shippedVocabulary, platform, language), ""));
         }
     }
     return page;

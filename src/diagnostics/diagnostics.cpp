@@ -29,6 +29,12 @@ std::string_view severityName(Severity severity) {
     return kNames[static_cast<std::size_t>(severity)];
 }
 
+Message severityText(Severity severity) {
+    static constexpr std::array kTexts{Message::severity_note, Message::severity_warning,
+                                       Message::severity_error};
+    return kTexts[static_cast<std::size_t>(severity)];
+}
+
 bool applyPolicy(const SeverityPolicy& policy, std::vector<Diagnostic>& diagnostics) {
     const auto listed = [](const std::vector<Code>& codes, Code code) {
         return std::find(codes.begin(), codes.end(), code) != codes.end();
@@ -48,8 +54,8 @@ bool applyPolicy(const SeverityPolicy& policy, std::vector<Diagnostic>& diagnost
 
 std::vector<Diagnostic> checkScript(const ConversionRequest& request, const KeywordTable& words,
                                     const TvmlIniMirvol& settings,
-                                    const platform::Platform& platform) {
-    DiagnosticCollector collector(request);
+                                    const platform::Platform& platform, Language language) {
+    DiagnosticCollector collector(request, language);
     const Listeners listeners{&collector};
     ConversionRun(words, settings, platform, &listeners).convert(request);
     return collector.take();
@@ -61,22 +67,22 @@ const SourceText& Sources::of(SourceKind kind) const {
                                              : vocabulary;
 }
 
-Diagnostic makeDiagnostic(Code code, SourceKind source, TextRange range,
-                          std::initializer_list<std::u16string_view> values) {
-    Diagnostic found{code, code.row().severity, source, range.line, 0, range.units, {}, {}};
-    found.column = range.line > 0 ? range.start + 1 : 0;
-    const std::u16string_view text = code.row().message;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::size_t value =
-            text[i] == u'%' && i + 1 < text.size() ? std::size_t(text[i + 1] - u'1') : text.size();
-        if (value < values.size()) {
-            found.message += *(values.begin() + value);
-            ++i;
-        } else {
-            found.message += text[i];
-        }
-    }
-    return found;
+Diagnostic makeDiagnostic(Code code, Language language, SourceKind source, TextRange range,
+                          TextValues values) {
+    const std::size_t column = range.line > 0 ? range.start + 1 : 0;
+    return {code,
+            code.row().severity,
+            source,
+            range.line,
+            column,
+            range.units,
+            formatted(code.message(), language, values),
+            {}};
+}
+
+std::u16string charactersText(char16_t last, Language language) {
+    return last == u'A' ? std::u16string(textOf(Message::characters_one, language))
+                        : formatted(Message::characters_several, language, {{&last, 1}});
 }
 
 void sortByPlace(std::vector<Diagnostic>& diagnostics) {

@@ -9,6 +9,8 @@
 //  3. Nothing here changes what a conversion writes. A failure of the XML
 //     machinery leaves a check as the TvmlException of the conversion.
 //  4. An empty list means that nothing was found.
+//  5. Messages and explanations are in the language that is given; codes, names of
+//     severities and JSON do not depend on it.
 #ifndef TVML_DIAGNOSTICS_DIAGNOSTICS_H
 #define TVML_DIAGNOSTICS_DIAGNOSTICS_H
 
@@ -46,7 +48,8 @@ struct Diagnostic {
 // is converted and its script must live as long as the collector works.
 class DiagnosticCollector final : public RunListener {
 public:
-    explicit DiagnosticCollector(const ConversionRequest& request);
+    explicit DiagnosticCollector(const ConversionRequest& request,
+                                 Language language = Language::en);
     ~DiagnosticCollector() override;
 
     // The diagnostics in the order of lines and columns. The collector is empty
@@ -65,15 +68,18 @@ private:
 // Converts without writing anything and returns what the script has wrong.
 std::vector<Diagnostic> checkScript(const ConversionRequest& request, const KeywordTable& words,
                                     const TvmlIniMirvol& settings,
-                                    const platform::Platform& platform);
+                                    const platform::Platform& platform,
+                                    Language language = Language::en);
 
 // What the description has wrong; nothing when it is empty.
 std::vector<Diagnostic> checkDescription(std::u16string_view description, const KeywordTable& words,
-                                         const platform::Platform& platform);
+                                         const platform::Platform& platform,
+                                         Language language = Language::en);
 
 // What the loaded words have wrong. `iniText` is the text of the file that they
 // were loaded from; it gives the places.
-std::vector<Diagnostic> checkVocabulary(const KeywordTable& words, std::u16string_view iniText);
+std::vector<Diagnostic> checkVocabulary(const KeywordTable& words, std::u16string_view iniText,
+                                        Language language = Language::en);
 
 // The start tags of a description's elements, in the order of their numbers
 // (Variant::element counts from 1, the list from 0).
@@ -92,8 +98,9 @@ std::optional<Code> findCode(std::string_view text);
 // The code that a mistaken one resembles most.
 Code closestCode(std::string_view text);
 
-// "note", "warning", "error".
+// "note", "warning", "error", for programs; severityText is for people.
 std::string_view severityName(Severity severity);
+Message severityText(Severity severity);
 
 struct SeverityPolicy {
     std::optional<Severity> failureLevel = Severity::error; // none: nothing fails
@@ -122,7 +129,8 @@ struct Sources {
 // the range, and the suggestions, each on a line that ends with a line feed.
 class TextRenderer {
 public:
-    TextRenderer(const Sources& sources, const platform::Platform& platform, bool coloured);
+    TextRenderer(const Sources& sources, const platform::Platform& platform, Language language,
+                 bool coloured);
     ~TextRenderer();
     std::string render(const Diagnostic& diagnostic) const;
 
@@ -130,7 +138,8 @@ private:
     struct Lines;
     const Sources& sources_;
     const platform::Platform& platform_;
-    bool coloured_;
+    const Language language_;
+    const bool coloured_;
     std::unique_ptr<Lines> lines_;
 };
 
@@ -146,10 +155,7 @@ std::string renderJson(const Diagnostic& diagnostic, const Sources& sources,
                        const platform::Platform& platform);
 
 // What a code means and what to do, in plain text with an example, in UTF-8.
-std::string explanationOf(Code code, const platform::Platform& platform);
-
-// The text of docs/diagnostics.md.
-std::string diagnosticsPage(const platform::Platform& platform);
+std::string explanationOf(Code code, const platform::Platform& platform, Language language);
 
 } // namespace tvml
 

@@ -2,8 +2,6 @@
 #ifndef TVML_DIAGNOSTICS_FINDING_H
 #define TVML_DIAGNOSTICS_FINDING_H
 
-#include <initializer_list>
-
 #include "diagnostics/diagnostics.h"
 
 namespace tvml {
@@ -16,8 +14,11 @@ struct TextRange {
 };
 
 // A diagnostic whose message has `values` for %1, %2 and so on.
-Diagnostic makeDiagnostic(Code code, SourceKind source, TextRange range,
-                          std::initializer_list<std::u16string_view> values = {});
+Diagnostic makeDiagnostic(Code code, Language language, SourceKind source, TextRange range,
+                          TextValues values = {});
+
+// "A to C", "A alone": the characters of a programme.
+std::u16string charactersText(char16_t last, Language language);
 
 void sortByPlace(std::vector<Diagnostic>& diagnostics);
 

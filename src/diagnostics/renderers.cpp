@@ -111,8 +111,8 @@ struct TextRenderer::Lines {
 };
 
 TextRenderer::TextRenderer(const Sources& sources, const platform::Platform& platform,
-                           bool coloured)
-    : sources_(sources), platform_(platform), coloured_(coloured),
+                           Language language, bool coloured)
+    : sources_(sources), platform_(platform), language_(language), coloured_(coloured),
       lines_(std::make_unique<Lines>()) {}
 
 TextRenderer::~TextRenderer() = default;
@@ -126,7 +126,9 @@ std::string TextRenderer::render(const Diagnostic& found) const {
     };
     std::string text;
     text.append(colours.strong).append(place(found, source.name)).append(": ").append(colours.end);
-    text.append(colours.severity).append(severityName(found.severity)).append(": ");
+    text.append(colours.severity)
+        .append(utf8(textOf(severityText(found.severity), language_)))
+        .append(": ");
     text.append(colours.end).append(colours.strong).append(utf8(found.message));
     text.append(colours.end).append(" [").append(found.code.row().code).append("]\n");
     if (found.line > 0) {
@@ -136,12 +138,16 @@ std::string TextRenderer::render(const Diagnostic& found) const {
         text.append(colours.mark).append(caretLine(shown.before, shown.range));
         text.append(colours.end).append("\n");
     }
-    std::string_view lead = "  did you mean: ";
-    for (const std::u16string& suggestion : found.suggestions) {
-        text.append(lead).append(utf8(suggestion));
-        lead = " / ";
+    if (found.suggestions.empty()) {
+        return text;
     }
-    return found.suggestions.empty() ? text : text + "\n";
+    std::u16string suggestions;
+    for (const std::u16string& suggestion : found.suggestions) {
+        suggestions.append(suggestions.empty() ? u"" : u" / ").append(suggestion);
+    }
+    return text.append("  ")
+        .append(utf8(formatted(Message::suggestions, language_, {suggestions})))
+        .append("\n");
 }
 
 std::string renderJson(const Diagnostic& found, const Sources& sources,

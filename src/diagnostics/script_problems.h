@@ -26,12 +26,13 @@ struct CheckedLine {
 
 // One conversion while it is listened to.
 struct ScriptChecks {
-    explicit ScriptChecks(const Programme& programme);
+    ScriptChecks(const Programme& programme, Language language);
 
     const LineReader& reader;
     const KeywordTable& words;
     const StagingDescription& staging;
     const char16_t lastCharacter;
+    const Language language;
     std::bitset<256> tagStarts;    // the low bytes of the first units of declared tags
     std::bitset<26> toldModelless; // characters whose missing model was told
     int suggestionsLeft = 2000;    // keeps a script of nothing but mistakes fast
@@ -39,14 +40,17 @@ struct ScriptChecks {
 
     // Adds a diagnostic about a part of the line, or the whole one.
     Diagnostic& add(Code code, const CheckedLine& checked, std::optional<LinePlace> place,
-                    std::initializer_list<std::u16string_view> values = {});
+                    TextValues values = {});
 
     // As above, about a text that was read from the line.
     Diagnostic& addAt(Code code, const CheckedLine& checked, std::u16string_view where,
-                      std::initializer_list<std::u16string_view> values = {});
+                      TextValues values = {});
 
     // "A to C", for messages.
     std::u16string characters() const;
+    // How a marker of this English name is called in the language of the messages.
+    std::u16string_view markerName(std::u16string_view english) const;
+    std::u16string_view text(Message message) const { return textOf(message, language); }
 };
 
 // Each says what is wrong with a line of its kind.

@@ -491,9 +491,9 @@ void checkTagLine(ScriptChecks& checks, const CheckedLine& checked) {
     }
 }
 
-ScriptChecks::ScriptChecks(const Programme& programme)
+ScriptChecks::ScriptChecks(const Programme& programme, Language theLanguage)
     : reader(programme.reader), words(programme.reader.words()), staging(programme.staging),
-      lastCharacter(programme.lastCharacter) {
+      lastCharacter(programme.lastCharacter), language(theLanguage) {
     for (const TextMap* names : {&staging.tags.tagNames, &staging.tags.tagTexts}) {
         for (const auto& [name, value] : *names) {
             tagStarts.set(name.front() & 0xFFu);
@@ -502,24 +502,38 @@ ScriptChecks::ScriptChecks(const Programme& programme)
 }
 
 Diagnostic& ScriptChecks::add(Code code, const CheckedLine& checked, std::optional<LinePlace> place,
-                              std::initializer_list<std::u16string_view> values) {
+                              TextValues values) {
     if (!place.has_value()) {
         place = checked.line.placeOf(checked.line.trimmed);
     }
     const LinePlace at = place.value_or(LinePlace{});
-    found.push_back(makeDiagnostic(code, SourceKind::script,
+    found.push_back(makeDiagnostic(code, language, SourceKind::script,
                                    {checked.outcome.number, at.start, at.units}, values));
     return found.back();
 }
 
 Diagnostic& ScriptChecks::addAt(Code code, const CheckedLine& checked, std::u16string_view where,
-                                std::initializer_list<std::u16string_view> values) {
+                                TextValues values) {
     return add(code, checked, checked.line.placeOf(where), values);
 }
 
+std::u16string_view ScriptChecks::markerName(std::u16string_view english) const {
+    if (!namesCommandsByWords(language)) {
+        return english;
+    }
+    for (const MarkerSpec& marker : kMarkers) {
+        for (const MarkerSpelling& spelling : marker.spellings) {
+            if (marker.name == english && spelling.english.empty() &&
+                words[spelling.word].hasUnits()) {
+                return words[spelling.word].textOrEmpty();
+            }
+        }
+    }
+    return english;
+}
+
 std::u16string ScriptChecks::characters() const {
-    std::u16string text = lastCharacter == u'A' ? u"A alone" : u"A to ";
-    return lastCharacter == u'A' ? text : text.append(letterText(lastCharacter));
+    return charactersText(lastCharacter, language);
 }
 
 } // namespace tvml

@@ -148,7 +148,8 @@ void checkTextEnd(DescriptionChecks& checks, const ElementFacts& element) {
         at == data || (end != kNone && element.body.find_first_not_of(kBlanks, end + 3) != kNone);
     if (more) {
         checks.add("D332", element.body.substr(at, comment < data ? 4 : 9),
-                   {element.name, comment < data ? u"comment" : u"CDATA section"});
+                   {element.name,
+                    checks.text(comment < data ? Message::text_comment : Message::text_cdata)});
     }
 }
 

@@ -64,8 +64,9 @@ TextRange rangeOf(const platform::IniPart& part) {
 
 class VocabularyCheck {
 public:
-    VocabularyCheck(const KeywordTable& words, std::u16string_view text)
-        : words_(words), commands_(words), section_(platform::readIniSection(text, kSection)) {
+    VocabularyCheck(const KeywordTable& words, std::u16string_view text, Language language)
+        : words_(words), language_(language), commands_(words),
+          section_(platform::readIniSection(text, kSection)) {
         for (const platform::IniEntry& entry : section_.entries) {
             const auto key = std::find_if(kKeys.begin(), kKeys.end(), [&](auto name) {
                 return platform::sameIniName(name, entry.key.text);
@@ -84,7 +85,7 @@ public:
 
     std::vector<Diagnostic> run() {
         if (!section_.header) {
-            found_ = {makeDiagnostic("F401", SourceKind::vocabulary, {})};
+            found_ = {makeDiagnostic("F401", language_, SourceKind::vocabulary, {})};
             return std::move(found_);
         }
         checkLoading();
@@ -110,11 +111,11 @@ private:
         return rangeOf(entry.value.text.empty() ? entry.key : entry.value);
     }
 
-    Diagnostic& add(Code code, TextRange range, std::initializer_list<std::u16string_view> values) {
-        found_.push_back(makeDiagnostic(code, SourceKind::vocabulary, range, values));
+    Diagnostic& add(Code code, TextRange range, TextValues values) {
+        found_.push_back(makeDiagnostic(code, language_, SourceKind::vocabulary, range, values));
         return found_.back();
     }
-    Diagnostic& add(Code code, std::size_t key, std::initializer_list<std::u16string_view> values) {
+    Diagnostic& add(Code code, std::size_t key, TextValues values) {
         return add(code, placeOf(key), values);
     }
 
@@ -294,6 +295,7 @@ private:
     }
 
     const KeywordTable& words_;
+    const Language language_;
     CommandIndex commands_;
     platform::IniSection section_;
     int suggestionsLeft_ = 200;                               // keeps a file of unknown keys fast
@@ -304,8 +306,9 @@ private:
 
 } // namespace
 
-std::vector<Diagnostic> checkVocabulary(const KeywordTable& words, std::u16string_view iniText) {
-    return VocabularyCheck(words, iniText).run();
+std::vector<Diagnostic> checkVocabulary(const KeywordTable& words, std::u16string_view iniText,
+                                        Language language) {
+    return VocabularyCheck(words, iniText, language).run();
 }
 
 } // namespace tvml

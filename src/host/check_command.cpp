@@ -6,6 +6,7 @@
 #include "host/conversion.h"
 #include "host/host_error.h"
 #include "host/inputs.h"
+#include "host/language.h"
 #include "platform/platform.h"
 
 namespace tvml::host {
@@ -43,7 +44,7 @@ int runCheck(const Options& options) {
 }
 
 std::string explanationText(const std::string& code) {
-    return explanationOf(codeNamed(code), platform::system());
+    return explanationOf(codeNamed(code), platform::system(), language());
 }
 
 } // namespace tvml::host

@@ -18,6 +18,7 @@
 #include "host/convert_command.h"
 #include "host/explain_command.h"
 #include "host/host_error.h"
+#include "host/language.h"
 #include "host/list_command.h"
 #include "host/manual_command.h"
 #include "host/option_table.h"
@@ -34,6 +35,7 @@ constexpr CommandSet kCheck = 1U << 2;
 constexpr CommandSet kCompletion = 1U << 4;
 constexpr CommandSet kManual = 1U << 5;
 constexpr CommandSet kExplain = 1U << 6;
+constexpr CommandSet kAll = ~CommandSet{0};
 
 // A value and its name on the command line.
 template <typename Value> struct Choice {
@@ -140,6 +142,17 @@ CLI::Option* codeList(CLI::App& app, const OptionRow& row, Options& options) {
             row.help)
         ->allow_extra_args(false);
 }
+// It was chosen before the arguments were read; here it is only refused.
+CLI::Option* languageOption(CLI::App& app, const OptionRow& row, Options&) {
+    const auto take = [&row](const std::string& name) {
+        if (!languageNamed(name).has_value()) {
+            throw CLI::ValidationError(std::string(row.names) + ": " + name + " is none of " +
+                                       listOf(row.choices()));
+        }
+    };
+    return app.add_option_function<std::string>(row.names, take,
+                                                row.help + (": " + listOf(row.choices())));
+}
 // Answers at once, like --help, whatever else is missing.
 CLI::Option* explanation(CLI::App& app, const OptionRow& row, Options&) {
     const auto explain = [](const std::string& code) {
@@ -211,6 +224,8 @@ constexpr OptionRow kOptions[] = {
      "Leave problems of this code out", codes},
     {kConvert | kCheck, "--deny", "CODE", codeList<&Options::denied>,
      "Count problems of this code as errors", codes},
+    {kAll, "--language", "NAME", languageOption, "Language of what the program says",
+     languageNames},
     {kCheck, "--explain", "CODE", explanation,
      "Say what a code means and what to do, with an example, and exit", codes},
 };
@@ -364,6 +379,16 @@ std::vector<std::string> forwardedOf(const CLI::App& command) {
 // alone is enough. A script that has the name of a subcommand can be given as
 // "./convert".
 std::vector<std::string> withCommand(std::vector<std::string> arguments) {
+    // The language may stand in front of the subcommand, too.
+    const auto leading = [&] {
+        return arguments.empty()                   ? 0
+               : arguments.front() == "--language" ? std::min<std::size_t>(2, arguments.size())
+               : arguments.front().starts_with("--language=") ? 1
+                                                              : 0;
+    }();
+    std::rotate(arguments.begin(), arguments.begin() + static_cast<std::ptrdiff_t>(leading),
+                arguments.begin() +
+                    static_cast<std::ptrdiff_t>(std::min(leading + 1, arguments.size())));
     static constexpr std::array<std::string_view, 4> kOfProgram{"-h", "--help", "--help-all",
                                                                 "--version"};
     const bool named =
@@ -401,6 +426,7 @@ std::vector<std::string_view> namesOf(const OptionRow& row) {
 }
 
 int runCommandLine(const std::vector<std::string>& arguments) {
+    chooseLanguage(arguments);
     CLI::App app("Turns plain-text programme scripts into TVML scripts.\n"
                  "tvmlfilter SCRIPT is short for tvmlfilter convert SCRIPT.",
                  "tvmlfilter");

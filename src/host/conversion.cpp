@@ -6,6 +6,7 @@
 
 #include "host/host_error.h"
 #include "host/inputs.h"
+#include "host/language.h"
 #include "platform/host_services.h"
 #include "staging/tvml_exception.h"
 
@@ -64,7 +65,8 @@ Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, Voca
         wants.vocabulary = vocabularyText_;
     }
     try {
-        return analyze({request, files_.words, files_.settings}, wants, platform::system());
+        return analyze({request, files_.words, files_.settings, language()}, wants,
+                       platform::system());
     } catch (const TvmlException& problem) {
         throw HostError{kInputOrOutputFailed,
                         "tvmlfilter: error: the XML library failed: " + problem.message()};

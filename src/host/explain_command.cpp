@@ -11,6 +11,7 @@
 #include "host/conversion.h"
 #include "host/host_error.h"
 #include "host/inputs.h"
+#include "host/language.h"
 #include "platform/platform.h"
 
 namespace tvml::host {
@@ -262,7 +263,7 @@ void showLine(const Explanation& all, const Explained& line, const TextRenderer&
 
 std::string textOf(const Explanation& all) {
     const Sources sources{{all.inputs.scriptName, all.inputs.script}, {}, {}};
-    const TextRenderer renderer(sources, platform::system(),
+    const TextRenderer renderer(sources, platform::system(), language(),
                                 platform::isTerminal(platform::OutputStream::output));
     Page page;
     for (const Explained& line : all.lines) {

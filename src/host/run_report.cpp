@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "host/language.h"
 #include "platform/platform.h"
 
 namespace tvml::host {
@@ -31,7 +32,8 @@ Findings findingsOf(std::vector<Diagnostic> found, const Sources& sources,
     result.failed =
         applyPolicy({severityOf(options.failureLevel), options.allowed, options.denied}, found);
     // Colours are for people; files and pipes get plain text.
-    const TextRenderer renderer(sources, platform::system(), platform::isTerminal(stream));
+    const TextRenderer renderer(sources, platform::system(), language(),
+                                platform::isTerminal(stream));
     for (const Diagnostic& diagnostic : found) {
         count(diagnostic.severity, result);
         result.lines += options.format == ReportFormat::json

@@ -32,6 +32,9 @@ using Failure = std::optional<std::string>;
 // The program's arguments without its name.
 std::vector<std::string> programArguments(int argc, const char* const* argv);
 
+// The locale whose language the user reads, such as "ja_JP.UTF-8"; may be empty.
+std::string userLanguage();
+
 enum class OutputStream : std::uint8_t { output, error };
 
 // Somebody reads the stream as it is written.

@@ -228,6 +228,16 @@ std::vector<std::string> programArguments(int argc, const char* const* argv) {
     return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
 }
 
+std::string userLanguage() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* const value = std::getenv(name);
+        if (value != nullptr && *value != '\0') {
+            return value;
+        }
+    }
+    return {};
+}
+
 bool isTerminal(OutputStream stream) {
     return ::isatty(descriptorOf(stream)) == 1;
 }

@@ -326,6 +326,19 @@ std::vector<std::string> programArguments(int, const char* const*) {
     return arguments;
 }
 
+// The environment goes first, as people set it for programs from other systems.
+std::string userLanguage() {
+    for (const wchar_t* name : {L"LC_ALL", L"LC_MESSAGES", L"LANG"}) {
+        std::array<wchar_t, LOCALE_NAME_MAX_LENGTH> value;
+        const DWORD length = GetEnvironmentVariableW(name, value.data(), value.size());
+        if (length > 0 && length < value.size()) {
+            return toNarrow({value.data(), length});
+        }
+    }
+    constexpr LANGID kJapanese = 0x11;
+    return PRIMARYLANGID(GetUserDefaultUILanguage()) == kJapanese ? "ja" : "en";
+}
+
 bool isTerminal(OutputStream stream) {
     DWORD mode = 0;
     return GetConsoleMode(handleOf(stream), &mode) != 0;

@@ -14,11 +14,6 @@ namespace {
 
 constexpr std::u16string_view kIniPath = u"/host/keyword.ini";
 
-std::u16string_view keyOf(std::u16string_view line) {
-    line = line.substr(0, line.find(u'='));
-    return line.starts_with(u';') ? line.substr(1) : line;
-}
-
 template <typename Visit> void visitLines(std::u16string_view text, Visit visit) {
     while (!text.empty()) {
         const std::size_t end = text.find(u'\n');
@@ -53,19 +48,13 @@ std::string utf8(std::u16string_view text) {
     return platform::system().toUtf8(text);
 }
 
-std::u16string vocabularyWith(std::u16string_view lines) {
+const std::u16string& shippedVocabulary() {
     static const std::u16string kShipped = utf16(repositoryFile("config/keyword.ini"));
-    std::u16string text;
-    visitLines(kShipped, [&](std::u16string_view shipped) {
-        bool replaced = false;
-        visitLines(lines, [&](std::u16string_view line) {
-            replaced = replaced || (shipped.find(u'=') != kNone && keyOf(line) == keyOf(shipped));
-        });
-        if (!replaced) {
-            text.append(shipped).append(u"\n");
-        }
-    });
-    return text.append(lines);
+    return kShipped;
+}
+
+std::u16string vocabularyWith(std::u16string_view lines) {
+    return vocabularyWith(shippedVocabulary(), lines);
 }
 
 std::vector<Diagnostic> foundInScript(std::u16string_view script, const TestProgramme& programme) {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "diagnostics/diagnostics.h"
+#include "diagnostics/examples.h"
 
 namespace tvml {
 
@@ -17,8 +17,7 @@ std::string repositoryFile(const std::string& name);
 std::u16string utf16(std::string_view utf8);
 std::string utf8(std::u16string_view text);
 
-// The shipped vocabulary with the entries of the same keys replaced by `lines`;
-// a comment that names a key removes its entry.
+const std::u16string& shippedVocabulary();
 std::u16string vocabularyWith(std::u16string_view lines);
 
 // A programme to check: by default the one of the table's examples.

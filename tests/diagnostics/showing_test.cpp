@@ -38,7 +38,8 @@ TEST(TextRenderer, MarksTheRange) {
     };
     for (const auto& row : rows) {
         const Sources sources = scriptOf(row.script);
-        EXPECT_EQ(TextRenderer(sources, platform::system(), false).render(row.found), row.shown);
+        EXPECT_EQ(TextRenderer(sources, platform::system(), Language::en, false).render(row.found),
+                  row.shown);
     }
 }
 
@@ -59,7 +60,7 @@ TEST(TextRenderer, CutsLinesAsTheReadersDo) {
         {SourceKind::script, 1, "\n  [S]\uFFFDk=v\uFFFD\n  ^\n"},
         {SourceKind::description, 3, "\n  l=w\uFFFD\n  ^\n"},
     };
-    const TextRenderer renderer(sources, platform::system(), false);
+    const TextRenderer renderer(sources, platform::system(), Language::en, false);
     for (const auto& row : rows) {
         Diagnostic found = made(row.line, 1, 1);
         found.source = row.source;
@@ -72,7 +73,7 @@ TEST(TextRenderer, ShowsLongLinesAroundTheRange) {
     const std::u16string script = std::u16string(5000, u'x') + u"HERE" + std::u16string(5000, u'y');
     const Sources sources = scriptOf(script);
     const std::string shown =
-        TextRenderer(sources, platform::system(), false).render(made(1, 5001, 4));
+        TextRenderer(sources, platform::system(), Language::en, false).render(made(1, 5001, 4));
     EXPECT_LT(shown.size(), 500u);
     EXPECT_NE(shown.find("xxHEREyy"), std::string::npos);
     EXPECT_EQ(shown.find('^') - shown.rfind('\n', shown.find('^')),
@@ -83,10 +84,12 @@ TEST(TextRenderer, ColoursAndSuggestions) {
     Diagnostic found = made(1, 1, 1);
     found.suggestions = {u"速く", u"遅く"};
     const Sources sources = scriptOf(u"x");
-    const std::string plain = TextRenderer(sources, platform::system(), false).render(found);
+    const std::string plain =
+        TextRenderer(sources, platform::system(), Language::en, false).render(found);
     EXPECT_NE(plain.find("\n  did you mean: 速く / 遅く\n"), std::string::npos);
     EXPECT_EQ(plain.find('\x1b'), std::string::npos);
-    std::string coloured = TextRenderer(sources, platform::system(), true).render(found);
+    std::string coloured =
+        TextRenderer(sources, platform::system(), Language::en, true).render(found);
     EXPECT_NE(coloured.find("\x1b[1;31merror: \x1b[0m"), std::string::npos);
     for (std::size_t at = coloured.find('\x1b'); at != coloured.npos; at = coloured.find('\x1b')) {
         coloured.erase(at, coloured.find('m', at) + 1 - at);

@@ -1,0 +1,76 @@
+// Texts for the terminal. Entries: chooseLanguage, say.
+#include "host/language.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "platform/host_services.h"
+#include "platform/platform.h"
+
+namespace tvml::host {
+namespace {
+
+Language chosen = Language::en;
+
+constexpr std::string_view kOption = "--language";
+
+// What stands behind the last --language, or "=" behind it; the command line
+// refuses what is no language.
+std::optional<Language> givenLanguage(const std::vector<std::string>& arguments) {
+    std::optional<Language> given;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        if (argument == kOption && i + 1 < arguments.size()) {
+            given = languageNamed(arguments[i + 1]);
+        } else if (argument.starts_with(kOption) &&
+                   argument.substr(kOption.size()).starts_with('=')) {
+            given = languageNamed(argument.substr(kOption.size() + 1));
+        }
+    }
+    return given;
+}
+
+// The texts of the catalogue are UTF-16, values and results UTF-8; values may be
+// no UTF-8 at all, as file names are, and stay as they are.
+std::string filled(std::u16string_view text, Values values) {
+    const std::string pattern = platform::system().toUtf8(text);
+    std::string result;
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        const auto value = pattern[i] == '%' && i + 1 < pattern.size()
+                               ? static_cast<std::size_t>(pattern[i + 1] - '1')
+                               : values.size();
+        if (value < values.size()) {
+            result += *(values.begin() + value);
+            ++i;
+        } else {
+            result += pattern[i];
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+Language language() {
+    return chosen;
+}
+
+void chooseLanguage(const std::vector<std::string>& arguments) {
+    const std::optional<Language> given = givenLanguage(arguments);
+    chosen =
+        given.has_value() ? *given : languageNamed(platform::userLanguage()).value_or(Language::en);
+}
+
+std::string say(Message message, Values values) {
+    return filled(textOf(message, language()), values);
+}
+
+std::string sayCounted(Message message, std::size_t number, Values values) {
+    return filled(counted(message, language(), number), values);
+}
+
+std::string errorLine(Message message, Values values) {
+    return "tvmlfilter: " + say(Message::severity_error) + ": " + say(message, values);
+}
+
+} // namespace tvml::host
