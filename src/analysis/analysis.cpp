@@ -1,6 +1,7 @@
 // One conversion, heard by all who were asked for. Entry: analyze.
 #include "analysis/analysis.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "filter/conversion_run.h"
@@ -11,6 +12,10 @@ namespace {
 void append(std::vector<Diagnostic>& all, std::vector<Diagnostic> more) {
     all.insert(all.end(), std::make_move_iterator(more.begin()),
                std::make_move_iterator(more.end()));
+}
+
+bool isBrokenDescription(const Diagnostic& found) {
+    return found.code == Code("D318");
 }
 
 } // namespace
@@ -46,7 +51,11 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     if (wants.problems) {
         append(result.problems,
                checkDescription(conversion.description, request.words, platform, request.language));
-        append(result.problems, problems.take());
+        std::vector<Diagnostic> ofScript = problems.take();
+        if (std::any_of(result.problems.begin(), result.problems.end(), isBrokenDescription)) {
+            dropConsequences(ofScript, conversion.script, conversion.description, request.language);
+        }
+        append(result.problems, std::move(ofScript));
     }
     if (wants.elements) {
         result.elements = elementPlaces(conversion.description);

@@ -10,6 +10,7 @@
 
 #include "diagnostics/description_elements.h"
 #include "diagnostics/suggestions.h"
+#include "diagnostics/xml_cause.h"
 #include "reading/command_recognition.h"
 #include "reading/script_text.h"
 
@@ -20,6 +21,9 @@ namespace {
 // told again.
 constexpr unsigned kLevels = 4;
 constexpr std::size_t kIgnoredNames = 8;
+
+// A full-width start tag is not looked for in longer texts.
+constexpr std::size_t kLongestTag = 120;
 
 std::u16string_view upToTerminator(std::u16string_view text) {
     return text.substr(0, text.find(u'\0'));
@@ -54,6 +58,7 @@ public:
                 .readFilDescription(checks_.source.text(), {true, &tags_});
         walk();
         tellLog();
+        tellWideTag();
         if (!broken_) {
             checkReach();
         }
@@ -90,13 +95,36 @@ private:
         }
     }
 
+    // "＜bow＞" is text, which nobody reads outside elements. Once is enough: who
+    // writes one writes all so.
+    void tellWideTag() {
+        const std::u16string_view text = checks_.source.text();
+        for (std::size_t at = text.find(u'＜'); at != kNone; at = text.find(u'＜', at + 1)) {
+            const std::u16string_view rest = text.substr(at, kLongestTag);
+            const std::size_t end = rest.find_first_of(u"＞>", 1);
+            if (end == kNone) {
+                continue;
+            }
+            const std::u16string inner = foldedText(rest.substr(1, end - 1));
+            const std::u16string_view name =
+                std::u16string_view(inner).substr(0, inner.find_first_of(u" \n"));
+            if (meaningOf(name).kind != ElementKind::unknown) {
+                checks_.add("D348", rest.substr(0, end + 1), {rest.substr(0, end + 1)})
+                    .suggestions = {std::u16string(u"<").append(inner).append(u">")};
+                return;
+            }
+        }
+    }
+
     void visit(const XMLParser& xml) {
         const std::u16string_view name = xml.elementName();
         ++elements_;
         if (rootName_.empty()) {
             rootName_ = name;
         }
-        if (xml.matchElement(u"staging", 1)) {
+        if (xml.matchElement(u"staging", 1) && name == u"staging") {
+            checks_.add("D346", tagOf(xml.elementNumber()));
+        } else if (xml.matchElement(u"staging", 1)) {
             visitElement(xml, name);
         } else if (name == u"staging") {
             stagingSeen_ = true;
@@ -227,13 +255,42 @@ private:
             checks_.add("D320", preferred, {choice, u"no"}).suggestions = closestOf(
                 choice, std::array{std::u16string_view(u"yes"), std::u16string_view(u"no")});
         }
+        checkNumbers(element);
         const std::u16string_view given = element.attribute(u"character");
+        if (choice == u"yes") {
+            checkDefault(element, preferred, given);
+        }
         const std::u16string_view letter =
             characterLetterOf(trimScriptText(given, words()), words());
         if (letter.empty() && !given.empty()) {
             checks_.add("D320", given, {given, u"A"});
         } else if (!letter.empty() && letter.front() > checks_.lastCharacter) {
             checks_.add("D326", given, {programmeText()});
+        }
+    }
+
+    // Values that a player takes for numbers; "*" leaves one open.
+    void checkNumbers(const ElementFacts& element) {
+        for (const std::u16string_view name : {u"hiplevel", u"hipposition", u"lipsync", u"speed",
+                                               u"pitch", u"intonation", u"volume"}) {
+            const std::u16string_view value = element.attribute(name);
+            const std::u16string_view digits = dropUnits(value, value.starts_with(u'-') ? 1 : 0);
+            const bool isNumber = digits.find_first_not_of(u"0123456789.") == kNone &&
+                                  std::count(digits.begin(), digits.end(), u'.') <= 1;
+            if (!value.empty() && value != u"*" && (digits.empty() || !isNumber)) {
+                checks_.add("D337", value, {value, name});
+            }
+        }
+    }
+
+    // Of several the last one counts.
+    void checkDefault(const ElementFacts& element, std::u16string_view place,
+                      std::u16string_view letter) {
+        const std::int32_t line = checks_.source.rangeOf(element.tag).line;
+        const auto [earlier, isFirst] = defaults_.try_emplace(std::u16string(letter), line);
+        if (!isFirst) {
+            checks_.add("D338", place, {letter, decimalText(earlier->second)});
+            earlier->second = line;
         }
     }
 
@@ -338,7 +395,7 @@ private:
             checks_.add("D302", behind(tag, name), {name});
             return;
         case noText:
-            checks_.add(lacksNames(tag, name) ? Code("D309") : Code("D303"), tag, {name});
+            tellNoText(tag, name);
             return;
         case isEmpty:
             checks_.add("D304", tag, {name});
@@ -368,7 +425,9 @@ private:
             tellReplacedCharacter(tag, name);
             return;
         case unknownElement:
-            checks_.add("D315", tag, {name}).suggestions = closestOf(name, elementNames());
+            if (name != u"staging") { // told as what it is
+                checks_.add("D315", tag, {name}).suggestions = closestOf(name, elementNames());
+            }
             return;
         case xmlError:
             tellXmlError(entry);
@@ -376,6 +435,20 @@ private:
         case notRegistered: // no text that comes so far is refused
         case sharedTalkNotRegistered:
             return;
+        }
+    }
+
+    void tellNoText(std::u16string_view tag, std::u16string_view name) {
+        constexpr std::u16string_view kData = u"<![CDATA[";
+        const std::u16string_view text = checks_.source.text();
+        const std::size_t start =
+            tag.empty() ? text.size()
+                        : static_cast<std::size_t>(tag.data() - text.data()) + tag.size();
+        const std::size_t first = std::min(text.find_first_not_of(u" \t\r\n", start), text.size());
+        if (text.substr(first).starts_with(kData)) {
+            checks_.add("D345", text.substr(first, kData.size()), {name});
+        } else {
+            checks_.add(lacksNames(tag, name) ? Code("D309") : Code("D303"), tag, {name});
         }
     }
 
@@ -393,9 +466,58 @@ private:
     }
 
     void tellXmlError(const DiagnosticLog::Entry& entry) {
+        const XmlCause cause = causeOf(checks_.source.text());
+        dropConsequences(cause);
+        const bool isKnown = cause.mistake != XmlMistake::none;
         const std::u16string count = decimalText(static_cast<std::int32_t>(elements_));
-        checks_.add("D318", checks_.source.text().substr(entry.tag.offset, 1),
-                    {entry.element, count});
+        checks_
+            .add("D318", isKnown ? cause.where : checks_.source.text().substr(entry.tag.offset, 1),
+                 {isKnown ? causeText(cause) : std::u16string(entry.element), count})
+            .suggestions = meantBy(cause);
+    }
+
+    // An element that is never closed swallows those behind it, and a text that
+    // breaks off is not whole: that is no news.
+    void dropConsequences(const XmlCause& cause) {
+        if (cause.mistake == XmlMistake::none) {
+            return;
+        }
+        const std::u16string_view text = checks_.source.text();
+        const std::u16string_view before =
+            text.substr(0, static_cast<std::size_t>(cause.where.data() - text.data()));
+        const std::size_t element = std::min(before.rfind(u'<'), before.size());
+        const TextRange from = checks_.source.rangeAt(
+            cause.mistake == XmlMistake::unclosed ? before.size() : element, 0);
+        std::erase_if(checks_.found, [&](const Diagnostic& found) {
+            return std::pair(found.line, found.column) > std::pair(from.line, from.start);
+        });
+    }
+
+    std::u16string causeText(const XmlCause& cause) const {
+        constexpr std::array kTexts{Message::xml_loneAmpersand,  Message::xml_loneLess,
+                                    Message::xml_strayEndTag,    Message::xml_unclosed,
+                                    Message::xml_attributeQuote, Message::xml_declaration};
+        if (cause.mistake == XmlMistake::strayEndTag && cause.open.empty()) {
+            return formatted(Message::xml_needlessEndTag, checks_.language, {cause.where});
+        }
+        const std::int32_t line = cause.open.empty() ? 0 : checks_.source.rangeOf(cause.open).line;
+        return formatted(kTexts[static_cast<std::size_t>(cause.mistake) - 1], checks_.language,
+                         {cause.where, cause.name, decimalText(line)});
+    }
+
+    static std::vector<std::u16string> meantBy(const XmlCause& cause) {
+        switch (cause.mistake) {
+        case XmlMistake::loneAmpersand:
+            return {u"&amp;"};
+        case XmlMistake::loneLess:
+            return {u"&lt;"};
+        case XmlMistake::strayEndTag:
+            return cause.open.empty()
+                       ? std::vector<std::u16string>{}
+                       : std::vector{std::u16string(u"</").append(cause.name) + u'>'};
+        default:
+            return {};
+        }
     }
 
     // A text behind a start tag, else the tag.
@@ -525,6 +647,7 @@ private:
     std::vector<std::u16string> ignored_; // names of elements whose content is not read
     std::u16string_view numberTag_;       // of the first <numofchar>
     std::map<std::u16string, std::int32_t> firstLines_;
+    std::map<std::u16string, std::int32_t> defaults_; // letter -> line of its default model
     std::map<std::u16string, std::u16string_view> repeated_;
     // Japanese name -> its place and the English name
     std::map<std::u16string, std::pair<std::u16string_view, std::u16string_view>> poseNames_;

@@ -25,9 +25,10 @@ constexpr std::array<Chapter, 4> kChapters{{
 }};
 
 // How a row's example is called.
-constexpr std::array<Message, 6> kExampleTitles{
-    Message::example_script,       Message::example_description, Message::example_vocabulary,
-    Message::example_noVocabulary, Message::example_playLine,    Message::example_bareScript};
+constexpr std::array<Message, 7> kExampleTitles{
+    Message::example_script,           Message::example_description, Message::example_vocabulary,
+    Message::example_noVocabulary,     Message::example_playLine,    Message::example_bareScript,
+    Message::example_brokenDescription};
 
 Message exampleTitle(ExampleKind kind) {
     return kExampleTitles[static_cast<std::size_t>(kind)];
@@ -56,6 +57,9 @@ std::string shownMessage(std::u16string_view message, const platform::Platform& 
 std::string fenced(const std::string& text, std::string_view language) {
     return std::string("```").append(language).append("\n").append(text).append("```\n");
 }
+
+// It ends before the models.
+constexpr std::u16string_view kBrokenDescription = u"<staging>\n<numofchar>2</numofchar>\n<opening";
 
 std::u16string_view keyOf(std::u16string_view line) {
     line = line.substr(0, line.find(u'='));
@@ -129,9 +133,17 @@ std::vector<Diagnostic> foundInExample(const DiagnosticRow& row,
     }
     const std::int32_t playFrom = row.kind == ExampleKind::playLine ? kExamplePlayFrom : kNoLine;
     const bool bare = row.kind == ExampleKind::bareScript;
+    const bool broken = row.kind == ExampleKind::brokenDescription;
+    const std::u16string_view description = bare     ? std::u16string_view{}
+                                            : broken ? kBrokenDescription
+                                                     : kExampleDescription;
     const TvmlIniMirvol settings(platform);
-    return checkScript({row.example, playFrom, kNoLine, bare ? u"" : kExampleDescription}, words,
-                       settings, platform, language);
+    std::vector<Diagnostic> found = checkScript({row.example, playFrom, kNoLine, description},
+                                                words, settings, platform, language);
+    if (broken) {
+        dropConsequences(found, row.example, description, language);
+    }
+    return found;
 }
 
 std::string explanationOf(Code code, const platform::Platform& platform, Language language) {

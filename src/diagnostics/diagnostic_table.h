@@ -26,13 +26,15 @@ enum class Severity : std::uint8_t { note, warning, error };
 //  noVocabulary a whole vocabulary file.
 //  playLine     a script, converted from line kExamplePlayFrom.
 //  bareScript   a script without description and vocabulary.
+//  brokenDescription  a script whose description ends before its models.
 enum class ExampleKind : std::uint8_t {
     script,
     description,
     vocabulary,
     noVocabulary,
     playLine,
-    bareScript
+    bareScript,
+    brokenDescription
 };
 
 // Its texts stand in the catalogues: the message under the code, what it means
@@ -167,12 +169,29 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"D330", Severity::warning, ExampleKind::description, u"<staging>\n<setting>\nset: change( name=Studio )\n</setting>\n</staging>\n"},
     DiagnosticRow{"D331", Severity::warning, ExampleKind::description, u"<staging>\n<pose japanesename=\"お辞儀\" englishname=\"deepbow\">\ncharacter: gesture( name=$1 )\n</pose>\n</staging>\n"},
     DiagnosticRow{"D332", Severity::warning, ExampleKind::description, u"<staging>\n<ending>\nwait( time=1 )\n<!-- then -->\nsound: stop()\n</ending>\n</staging>\n"},
+    DiagnosticRow{"D333", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter: bow( name=$1, speed=＄２ )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D334", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter: bow( name=$1, speed=$4, wait=$2 )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D335", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter: bow( name=$1, speed=$20 )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D336", Severity::warning, ExampleKind::description, u"<staging>\n<title titlefont_ja=\"ＭＳ 明朝\" titlefont_en=\"Century\" subtitlefont_ja=\"ＭＳ 明朝\" subtitlefont_en=\"Century\">\ndrawing: settext( name=TITLETEXT, text=\"$TITLE $SUBTITLE\" )\n</title>\n</staging>\n"},
+    DiagnosticRow{"D337", Severity::warning, ExampleKind::description, u"<staging>\n<numofchar>1</numofchar>\n<model_for_char character=\"A\" japanesename=\"スーツ\" englishname=\"suit\" default=\"yes\" speed=\"fast\">\ncharacter: openmodel( name=A, filename=\"suit.bm\" )\n</model_for_char>\n</staging>\n"},
+    DiagnosticRow{"D338", Severity::warning, ExampleKind::description, u"<staging>\n<numofchar>1</numofchar>\n<model_for_char character=\"A\" japanesename=\"スーツ\" englishname=\"suit\" default=\"yes\">\ncharacter: openmodel( name=A, filename=\"suit.bm\" )\n</model_for_char>\n<model_for_char character=\"A\" japanesename=\"着物\" englishname=\"kimono\" default=\"yes\">\ncharacter: openmodel( name=A, filename=\"kimono.bm\" )\n</model_for_char>\n</staging>\n"},
+    DiagnosticRow{"D339", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter: bow（ name=$1 )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D340", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter: bow( name=$1 speed=$2 )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D341", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter: bow( name=$1, speed $2 )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D342", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter bow( name=$1 )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D343", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharcter: bow( name=$1 )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D344", Severity::warning, ExampleKind::description, u"<staging>\n<leftsuper>\ndrawing: settext( name=LEFT, text=\"&lt;font size=\"35%\"&gt;$1&lt;/font&gt;\" )\n</leftsuper>\n</staging>\n"},
+    DiagnosticRow{"D345", Severity::error, ExampleKind::description, u"<staging>\n<bow>\n<![CDATA[character: bow( name=$1 )]]>\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D346", Severity::note, ExampleKind::description, u"<staging>\n<staging>\n<numofchar>2</numofchar>\n</staging>\n</staging>\n"},
+    DiagnosticRow{"D347", Severity::warning, ExampleKind::description, u"<staging>\n<setting>\nskipscript( switch=on )\nset: change( name=Studio )\n</setting>\n</staging>\n"},
+    DiagnosticRow{"D348", Severity::warning, ExampleKind::description, u"<staging>\n＜bow＞\ncharacter: bow( name=$1 )\n＜/bow＞\n</staging>\n"},
 
     // ---- F: files and calls
     DiagnosticRow{"F401", Severity::error, ExampleKind::noVocabulary, u"[KEYWORDS]\ntitle=タイトル\n"},
     DiagnosticRow{"F402", Severity::error, ExampleKind::script, wholeText(u"Ａ：こんにちは。\0Ｂ：こんにちは。\n")},
     DiagnosticRow{"F403", Severity::error, ExampleKind::description, wholeText(u"<staging>\n<numofchar>2</numofchar>\n</staging>\n\0<!-- end -->\n")},
     DiagnosticRow{"F404", Severity::warning, ExampleKind::playLine, u"Ａ：こんにちは。\n"},
+    DiagnosticRow{"F405", Severity::note, ExampleKind::brokenDescription, u"Ａ：こんにちは。\n"},
 };
 // clang-format on
 

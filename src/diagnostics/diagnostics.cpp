@@ -6,6 +6,7 @@
 
 #include "diagnostics/finding.h"
 #include "diagnostics/suggestions.h"
+#include "reading/script_text.h"
 
 namespace tvml {
 
@@ -59,6 +60,35 @@ std::vector<Diagnostic> checkScript(const ConversionRequest& request, const Keyw
     const Listeners listeners{&collector};
     ConversionRun(words, settings, platform, &listeners).convert(request);
     return collector.take();
+}
+
+void dropConsequences(std::vector<Diagnostic>& found, std::u16string_view script,
+                      std::u16string_view description, Language language) {
+    constexpr std::array kAlways{Code("S109"), Code("S110"), Code("S113"),
+                                 Code("S114"), Code("S115"), Code("S138")};
+    constexpr std::array kWithName{Code("S101"), Code("S118"), Code("S120")};
+    std::int32_t number = 1;
+    const auto lineOf = [&](std::int32_t wanted) { // they come in the order of the lines
+        for (; number < wanted; ++number) {
+            script.remove_prefix(std::min(script.find(u'\n'), script.size() - 1) + 1);
+        }
+        return script.substr(0, script.find(u'\n'));
+    };
+    const auto isConsequence = [&](const Diagnostic& one) {
+        if (std::ranges::find(kWithName, one.code) == kWithName.end() || one.line == 0) {
+            return std::ranges::find(kAlways, one.code) != kAlways.end();
+        }
+        const std::u16string_view line = lineOf(one.line);
+        const std::size_t start = std::min(one.column - 1, line.size());
+        // The name of a pose or a tag that was not read any more.
+        const std::u16string name = u'"' + std::u16string(line.substr(start, one.units)) + u'"';
+        return description.find(name) != description.npos;
+    };
+    const std::size_t dropped = std::erase_if(found, isConsequence);
+    if (dropped > 0) {
+        found.push_back(makeDiagnostic("F405", language, SourceKind::script, {},
+                                       {decimalText(static_cast<std::int32_t>(dropped))}));
+    }
 }
 
 const SourceText& Sources::of(SourceKind kind) const {

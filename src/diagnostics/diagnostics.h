@@ -81,6 +81,11 @@ std::vector<Diagnostic> checkDescription(std::u16string_view description, const 
 std::vector<Diagnostic> checkVocabulary(const KeywordTable& words, std::u16string_view iniText,
                                         Language language = Language::en);
 
+// Of a script whose description is broken: takes what may come of that alone out
+// of `found`, such as models that are not there, and tells how much it was.
+void dropConsequences(std::vector<Diagnostic>& found, std::u16string_view script,
+                      std::u16string_view description, Language language);
+
 // The start tags of a description's elements, in the order of their numbers
 // (Variant::element counts from 1, the list from 0).
 struct ElementPlace {

@@ -4,8 +4,11 @@
 #include <algorithm>
 #include <array>
 
+#include "diagnostics/suggestions.h"
+#include "diagnostics/tvml_commands.h"
 #include "filter/scanners.h"
 #include "reading/script_text.h"
+#include "staging/staging_elements.h"
 
 namespace tvml {
 namespace {
@@ -86,6 +89,196 @@ void checkPurpose(DescriptionChecks& checks, const ElementFacts& element,
     }
 }
 
+// ---- placeholders that are none, or more than they look like
+
+bool isDigit(char16_t unit) {
+    return unit >= u'0' && unit <= u'9';
+}
+
+char16_t asciiDigit(char16_t unit) {
+    const bool isWide = unit >= u'０' && unit <= u'９';
+    return isWide ? static_cast<char16_t>(unit - u'０' + u'0') : unit;
+}
+
+// "＄１", "$１", "${1}", "$(1)": the placeholder that is meant by the text that
+// begins with a dollar sign, and the units of that text; none for a right one.
+struct OddPlaceholder {
+    std::size_t units = 0;
+    std::u16string meant;
+};
+OddPlaceholder oddPlaceholder(std::u16string_view text) {
+    const bool isBraced = text.size() > 3 && (text[1] == u'{' || text[1] == u'(') &&
+                          (text[3] == u'}' || text[3] == u')');
+    const char16_t digit = text.size() < 2 ? u'\0' : asciiDigit(text[isBraced ? 2 : 1]);
+    const bool isRight = text.size() > 1 && text[0] == u'$' && isDigit(text[1]);
+    if (!isDigit(digit) || isRight) {
+        return {};
+    }
+    return {isBraced ? 4U : 2U, {u'$', digit}};
+}
+
+// A placeholder with a digit behind it is read as that placeholder and the digit.
+bool isLongPlaceholder(const ElementFacts& element, std::u16string_view text) {
+    if (text.size() < 3 || text[0] != u'$' || !isDigit(text[1]) || !isDigit(text[2]) ||
+        element.meaning.kind == ElementKind::title) {
+        return false; // titles make names of them: "$11" and "$12"
+    }
+    return element.name != u"super" || text.substr(1, 2) != u"10";
+}
+
+void checkOddPlaceholders(DescriptionChecks& checks, const ElementFacts& element,
+                          std::u16string_view text) {
+    for (std::size_t at = text.find_first_of(u"$＄"); at != kNone;
+         at = text.find_first_of(u"$＄", at + 1)) {
+        const std::u16string_view rest = text.substr(at);
+        if (const OddPlaceholder odd = oddPlaceholder(rest); odd.units > 0) {
+            const std::u16string_view written = rest.substr(0, odd.units);
+            checks.add("D333", placeInBody(element, written), {written, odd.meant}).suggestions = {
+                odd.meant};
+            return;
+        }
+        if (isLongPlaceholder(element, rest)) {
+            checks.add("D335", placeInBody(element, rest.substr(0, 3)),
+                       {rest.substr(0, 3), rest.substr(0, 2), rest.substr(2, 1)});
+            return;
+        }
+    }
+}
+
+// ---- placeholders in the place of others
+
+enum class ValueClass : std::uint8_t { who, words, file, wait, number };
+
+ValueClass classOf(std::u16string_view parameter) {
+    using enum ValueClass;
+    return parameter == u"name" || parameter.starts_with(u"target") ? who
+           : parameter == u"text" || parameter == u"caption"        ? words
+           : parameter == u"filename"                               ? file
+           : parameter == u"wait"                                   ? wait
+                                                                    : number;
+}
+
+bool isPlaceholder(std::u16string_view value) {
+    return value.size() == 2 && value[0] == u'$' && isDigit(value[1]);
+}
+
+// The template that says what the placeholders of an element are.
+std::u16string_view patternOf(const ElementFacts& element) {
+    if (element.meaning.kind == ElementKind::pose) {
+        return u"character: gesture( name=$1, speed=$2, degree=$3, wait=$4 )\n";
+    }
+    const auto row =
+        std::find_if(kCharacterElements.begin(), kCharacterElements.end(),
+                     [&](const ElementRow& each) { return each.name == element.name; });
+    return row != kCharacterElements.end()   ? row->defaultText
+           : element.name == kTwoshotElement ? kTwoshotDefault
+                                             : std::u16string_view{};
+}
+
+// The pattern's parameter for a placeholder; empty when it has none.
+std::u16string_view parameterOf(const TvmlCommand& pattern, std::u16string_view placeholder) {
+    for (const TvmlParameter& parameter : pattern.parameters) {
+        if (parameter.value == placeholder) {
+            return parameter.name;
+        }
+    }
+    return {};
+}
+
+std::u16string_view placeholderFor(const TvmlCommand& pattern, std::u16string_view name) {
+    for (const TvmlParameter& parameter : pattern.parameters) {
+        if (parameter.name == name && isPlaceholder(parameter.value)) {
+            return parameter.value;
+        }
+    }
+    return {};
+}
+
+// Two placeholders of one command in each other's places.
+bool isExchanged(const TvmlCommand& pattern, const TvmlCommand& command, const TvmlParameter& one) {
+    const std::u16string_view right = placeholderFor(pattern, one.name);
+    return !right.empty() && right != one.value &&
+           std::any_of(command.parameters.begin(), command.parameters.end(),
+                       [&](const TvmlParameter& other) {
+                           return other.value == right &&
+                                  placeholderFor(pattern, other.name) == one.value;
+                       });
+}
+
+std::vector<std::u16string> suggestedPlaceholder(const TvmlCommand& pattern,
+                                                 std::u16string_view parameter) {
+    const std::u16string_view right = placeholderFor(pattern, parameter);
+    return right.empty() ? std::vector<std::u16string>{}
+                         : std::vector<std::u16string>{std::u16string(right)};
+}
+
+void checkPlaceholderUse(DescriptionChecks& checks, const ElementFacts& element,
+                         const std::vector<TvmlCommand>& commands) {
+    const TvmlReading pattern = readTvml(patternOf(element));
+    if (pattern.commands.empty()) {
+        return;
+    }
+    const TvmlCommand& right = pattern.commands.front();
+    for (const TvmlCommand& command : commands) {
+        for (const TvmlParameter& used : command.parameters) {
+            const std::u16string_view meant =
+                isPlaceholder(used.value) ? parameterOf(right, used.value) : used.value;
+            const bool clashes =
+                isPlaceholder(used.value) && !meant.empty() && classOf(meant) != classOf(used.name);
+            if (clashes || isExchanged(right, command, used)) {
+                checks.add("D334", used.value, {used.name, used.value, meant, element.name})
+                    .suggestions = suggestedPlaceholder(right, used.name);
+                return;
+            }
+        }
+    }
+}
+
+// ---- the form of the commands
+
+constexpr std::array<Code, 6> kFaultCodes{"D339", "D342", "D340", "D341", "D344", "D343"};
+
+// What stands before the first element, comment or section: the part that is
+// read. Empty where references would have to be replaced first.
+std::u16string_view readPartOf(const ElementFacts& element) {
+    const std::u16string_view part = element.body.substr(0, element.body.find(u'<'));
+    const bool isPlain = part.find(u"&quot;") == kNone && part.find(u"&#") == kNone;
+    return isPlain ? part : std::u16string_view{};
+}
+
+// True when the form of a command is wrong, which is told.
+bool tellTvml(DescriptionChecks& checks, const ElementFacts& element) {
+    const TvmlReading reading = readTvml(readPartOf(element));
+    checkPlaceholderUse(checks, element, reading.commands);
+    if (!reading.problem.has_value()) {
+        return false;
+    }
+    const TvmlProblem& problem = *reading.problem;
+    Diagnostic& told = checks.add(kFaultCodes[static_cast<std::size_t>(problem.fault)],
+                                  problem.where, {problem.where, problem.meant});
+    if (problem.fault == TvmlFault::objectUnusual) {
+        told.suggestions = closestObjects(problem.where);
+    } else if (!problem.meant.empty()) {
+        told.suggestions = {std::u16string(problem.meant)};
+    }
+    return true;
+}
+
+// Both texts of a card on one line: the line goes when one of them is missing.
+void checkTitleLines(DescriptionChecks& checks, const ElementFacts& element,
+                     std::u16string_view text) {
+    const std::u16string_view title = placeholderOf(TitleKind::title);
+    const std::u16string_view subtitle = placeholderOf(TitleKind::subtitle);
+    while (element.meaning.kind == ElementKind::title && !text.empty()) {
+        const std::u16string_view line = text.substr(0, text.find(u'\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        if (holds(line, title) && holds(line, subtitle)) {
+            checks.add("D336", placeInBody(element, subtitle), {title, subtitle});
+            return;
+        }
+    }
+}
+
 // The brackets and quotes of a template, line by line.
 class BalanceCheck {
 public:
@@ -153,6 +346,17 @@ void checkTextEnd(DescriptionChecks& checks, const ElementFacts& element) {
     }
 }
 
+// What is set up behind "on" and what a script chooses in front of "off" need both
+// lines.
+void checkSkipping(DescriptionChecks& checks, const ElementFacts& element,
+                   std::u16string_view text) {
+    if (findSkipSwitch(text, u"on", checks.words) == kNone) {
+        checks.add("D330", element.tag);
+    } else if (findSkipSwitch(text, u"off", checks.words) == kNone) {
+        checks.add("D347", element.tag);
+    }
+}
+
 } // namespace
 
 std::u16string_view placeInBody(const ElementFacts& element, std::u16string_view text) {
@@ -165,11 +369,15 @@ void checkTemplate(DescriptionChecks& checks, const ElementFacts& element) {
         normalizeTemplateLines(trimScriptText(*element.text, checks.words), checks.words);
     checkTextEnd(checks, element);
     checkPlaceholders(checks, element, text);
+    checkOddPlaceholders(checks, element, text);
     checkCharacterUse(checks, element, text);
     checkPurpose(checks, element, text);
-    BalanceCheck(checks, element).run(text);
-    if (element.name == u"setting" && findSkipSwitch(text, u"on", checks.words) == kNone) {
-        checks.add("D330", element.tag);
+    checkTitleLines(checks, element, text);
+    if (!tellTvml(checks, element)) {
+        BalanceCheck(checks, element).run(text);
+    }
+    if (element.name == u"setting") {
+        checkSkipping(checks, element, text);
     }
 }
 
