@@ -12,6 +12,7 @@
 #include "diagnostics/suggestions.h"
 #include "diagnostics/xml_cause.h"
 #include "reading/command_recognition.h"
+#include "reading/marker_spec.h"
 #include "reading/script_text.h"
 
 namespace tvml {
@@ -58,8 +59,8 @@ public:
                 .readFilDescription(checks_.source.text(), {true, &tags_});
         walk();
         tellLog();
-        tellWideTag();
         if (!broken_) {
+            tellWideTag();
             checkReach();
         }
         if (cut_) {
@@ -98,6 +99,18 @@ private:
     // "＜bow＞" is text, which nobody reads outside elements. Once is enough: who
     // writes one writes all so.
     void tellWideTag() {
+        if (const std::u16string_view tag = findWideTag(); !tag.empty()) {
+            checks_.add("D348", tag, {tag}).suggestions = {asciiTag(tag)};
+        }
+    }
+
+    static std::u16string asciiTag(std::u16string_view wide) {
+        return std::u16string(u"<")
+            .append(foldedText(wide.substr(1, wide.size() - 2)))
+            .append(u">");
+    }
+
+    std::u16string_view findWideTag() const {
         const std::u16string_view text = checks_.source.text();
         for (std::size_t at = text.find(u'＜'); at != kNone; at = text.find(u'＜', at + 1)) {
             const std::u16string_view rest = text.substr(at, kLongestTag);
@@ -109,11 +122,10 @@ private:
             const std::u16string_view name =
                 std::u16string_view(inner).substr(0, inner.find_first_of(u" \n"));
             if (meaningOf(name).kind != ElementKind::unknown) {
-                checks_.add("D348", rest.substr(0, end + 1), {rest.substr(0, end + 1)})
-                    .suggestions = {std::u16string(u"<").append(inner).append(u">")};
-                return;
+                return rest.substr(0, end + 1);
             }
         }
+        return {};
     }
 
     void visit(const XMLParser& xml) {
@@ -129,11 +141,20 @@ private:
         } else if (name == u"staging") {
             stagingSeen_ = true;
         } else if (stagingSeen_ && !isIgnored(xml)) {
-            checks_.add("D316", tagOf(xml.elementNumber()), {name}).suggestions =
-                meaningOf(name).kind == ElementKind::unknown ? closestOf(name, elementNames())
-                                                             : std::vector<std::u16string>{};
+            tellNested(tagOf(xml.elementNumber()), name);
             ignore(name);
         }
+    }
+
+    // An element of the system in the wrong place, or markup of a text that the
+    // XML library took for an element.
+    void tellNested(std::u16string_view tag, std::u16string_view name) {
+        if (meaningOf(name).kind != ElementKind::unknown || tag.empty()) {
+            checks_.add("D316", tag, {name});
+            return;
+        }
+        checks_.add("D349", tag.substr(0, name.size() + 1), {name}).suggestions = {
+            std::u16string(u"&lt;").append(name)};
     }
 
     bool isIgnored(const XMLParser& xml) const {
@@ -170,6 +191,9 @@ private:
         }
         if (element.meaning.kind == ElementKind::number && numberTag_.data() == nullptr) {
             numberTag_ = element.tag;
+        }
+        if (element.meaning.kind == ElementKind::set && !element.text.has_value()) {
+            tellNoText(element.tag, name); // the reader has nothing to say about it
         }
         checkAttributes(element);
         checkElement(element);
@@ -303,8 +327,12 @@ private:
             }
             const bool isPose = element.meaning.kind == ElementKind::pose;
             const std::u16string_view trimmed = trimScriptText(name, words());
-            if (trimmed.size() != name.size() && (isPose || words().isBlank(name.front()))) {
-                checks_.add("D331", name, {name, checks_.text(Message::name_blanks)});
+            if (!isPose && tellTagName(name)) {
+                continue;
+            }
+            if (trimmed.size() != name.size()) {
+                checks_.add("D331", name, {name, checks_.text(Message::name_blanks)})
+                    .suggestions = {std::u16string(trimmed)};
             } else if (isPose && findSeparator(name, words()) != kNone) {
                 checks_.add("D331", name, {name, checks_.text(Message::name_separator)});
             } else if (isPose && attribute == u"japanesename") {
@@ -312,6 +340,35 @@ private:
                 checkPoseName(element, name);
             }
         }
+    }
+
+    // A tag that takes lines which others have, or that no line has.
+    bool tellTagName(std::u16string_view name) {
+        const std::size_t colon = std::min(name.find(u':'), words()[u"colon"].findUnitsIn(name));
+        const char16_t letter = name.size() == 1 ? words().letterOf(name.front()) : u'\0';
+        if (colon != kNone) {
+            checks_.add("D331", name, {name, checks_.text(Message::name_colon)}).suggestions = {
+                std::u16string(name.substr(0, colon))};
+        } else if (letter != 0) {
+            checks_.add("D350", name,
+                        {name, formatted(Message::name_letter, checks_.language, {{&letter, 1}})});
+        } else if (isMarker(name)) {
+            checks_.add("D350", name, {name, checks_.text(Message::name_marker)});
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    bool isMarker(std::u16string_view name) const {
+        return std::any_of(kMarkers.begin(), kMarkers.end(), [&](const MarkerSpec& marker) {
+            return std::any_of(marker.spellings.begin(), marker.spellings.end(),
+                               [&](const MarkerSpelling& spelling) {
+                                   return name == (spelling.english.empty()
+                                                       ? words()[spelling.word].textOrEmpty()
+                                                       : spelling.english);
+                               });
+        });
     }
 
     // A pose whose word is a command's is looked up by that command's name.
@@ -401,13 +458,13 @@ private:
             checks_.add("D304", tag, {name});
             return;
         case titleAttributesMissing:
-            checks_.add("D305", tag);
+            checks_.add("D305", tag, {missingIn(tag, attributesOf(ElementKind::title))});
             return;
         case titleAttributesInvalid:
             checks_.add("D306", tag);
             return;
         case modelAttributesMissing:
-            checks_.add("D307", tag);
+            checks_.add("D307", tag, {missingIn(tag, attributesOf(ElementKind::model).first(4))});
             return;
         case modelAttributesInvalid:
             checks_.add("D308", tag);
@@ -448,8 +505,21 @@ private:
         if (text.substr(first).starts_with(kData)) {
             checks_.add("D345", text.substr(first, kData.size()), {name});
         } else {
-            checks_.add(lacksNames(tag, name) ? Code("D309") : Code("D303"), tag, {name});
+            checks_.add(lacksNames(tag, name) ? Code("D309") : Code("D303"), tag,
+                        {name, missingIn(tag, attributesOf(ElementKind::tag))});
         }
+    }
+
+    // The names of those attributes that a start tag lacks.
+    static std::u16string missingIn(std::u16string_view tag,
+                                    std::span<const std::u16string_view> wanted) {
+        std::u16string missing;
+        for (const std::u16string_view name : wanted) {
+            if (attributeSource(tag, name).empty()) {
+                missing.append(missing.empty() ? u"" : u", ").append(name);
+            }
+        }
+        return missing;
     }
 
     // A pose or tag without its names is logged as one without text.
@@ -467,6 +537,15 @@ private:
 
     void tellXmlError(const DiagnosticLog::Entry& entry) {
         const XmlCause cause = causeOf(checks_.source.text());
+        const std::u16string_view wide = findWideTag();
+        if (cause.mistake == XmlMistake::strayEndTag && !wide.empty()) {
+            checks_
+                .add("D318", wide,
+                     {formatted(Message::xml_wideTag, checks_.language, {wide}),
+                      decimalText(static_cast<std::int32_t>(elements_))})
+                .suggestions = {asciiTag(wide)};
+            return;
+        }
         dropConsequences(cause);
         const bool isKnown = cause.mistake != XmlMistake::none;
         const std::u16string count = decimalText(static_cast<std::int32_t>(elements_));
@@ -479,7 +558,7 @@ private:
     // An element that is never closed swallows those behind it, and a text that
     // breaks off is not whole: that is no news.
     void dropConsequences(const XmlCause& cause) {
-        if (cause.mistake == XmlMistake::none) {
+        if (cause.mistake == XmlMistake::none || cause.mistake == XmlMistake::rootEnd) {
             return;
         }
         const std::u16string_view text = checks_.source.text();
@@ -494,9 +573,10 @@ private:
     }
 
     std::u16string causeText(const XmlCause& cause) const {
-        constexpr std::array kTexts{Message::xml_loneAmpersand,  Message::xml_loneLess,
-                                    Message::xml_strayEndTag,    Message::xml_unclosed,
-                                    Message::xml_attributeQuote, Message::xml_declaration};
+        constexpr std::array kTexts{
+            Message::xml_loneAmpersand, Message::xml_loneLess,       Message::xml_strayEndTag,
+            Message::xml_unclosed,      Message::xml_attributeQuote, Message::xml_declaration,
+            Message::xml_tagEnd,        Message::xml_commentEnd,     Message::xml_rootEnd};
         if (cause.mistake == XmlMistake::strayEndTag && cause.open.empty()) {
             return formatted(Message::xml_needlessEndTag, checks_.language, {cause.where});
         }
@@ -515,6 +595,13 @@ private:
             return cause.open.empty()
                        ? std::vector<std::u16string>{}
                        : std::vector{std::u16string(u"</").append(cause.name) + u'>'};
+        case XmlMistake::tagEnd:
+            return {std::u16string(cause.where) + u'>'};
+        case XmlMistake::commentEnd:
+            return {std::u16string(cause.where.substr(0, cause.where.find_last_not_of(u"->") + 1)) +
+                    u"-->"};
+        case XmlMistake::rootEnd:
+            return {std::u16string(cause.where).append(u"</").append(cause.name) + u'>'};
         default:
             return {};
         }

@@ -185,6 +185,9 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"D346", Severity::note, ExampleKind::description, u"<staging>\n<staging>\n<numofchar>2</numofchar>\n</staging>\n</staging>\n"},
     DiagnosticRow{"D347", Severity::warning, ExampleKind::description, u"<staging>\n<setting>\nskipscript( switch=on )\nset: change( name=Studio )\n</setting>\n</staging>\n"},
     DiagnosticRow{"D348", Severity::warning, ExampleKind::description, u"<staging>\n＜bow＞\ncharacter: bow( name=$1 )\n＜/bow＞\n</staging>\n"},
+    DiagnosticRow{"D349", Severity::error, ExampleKind::description, u"<staging>\n<leftsuper>\ndrawing: settext( name=LEFT, text=\"$1<b>!</b>\" )\n</leftsuper>\n</staging>\n"},
+    DiagnosticRow{"D350", Severity::warning, ExampleKind::description, u"<staging>\n<tag japanesename=\"Ｂ\" englishname=\"bee\">\nsuper: on( text=\"$1\" )\n</tag>\n</staging>\n"},
+    DiagnosticRow{"D351", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter: bow( name=$1,, speed=$2 )\n</bow>\n</staging>\n"},
 
     // ---- F: files and calls
     DiagnosticRow{"F401", Severity::error, ExampleKind::noVocabulary, u"[KEYWORDS]\ntitle=タイトル\n"},

@@ -111,10 +111,23 @@ OddPlaceholder oddPlaceholder(std::u16string_view text) {
                           (text[3] == u'}' || text[3] == u')');
     const char16_t digit = text.size() < 2 ? u'\0' : asciiDigit(text[isBraced ? 2 : 1]);
     const bool isRight = text.size() > 1 && text[0] == u'$' && isDigit(text[1]);
-    if (!isDigit(digit) || isRight) {
+    if (isDigit(digit)) {
+        return isRight ? OddPlaceholder{} : OddPlaceholder{isBraced ? 4U : 2U, {u'$', digit}};
+    }
+    std::size_t end = 1;
+    while (end < text.size() &&
+           ((text[end] >= u'a' && text[end] <= u'z') || (text[end] >= u'A' && text[end] <= u'Z'))) {
+        ++end;
+    }
+    const std::u16string_view word = text.substr(1, end - 1);
+    const std::u16string folded = foldedText(word);
+    if (word.empty() || word == u"TITLE" || word == u"SUBTITLE") {
         return {};
     }
-    return {isBraced ? 4U : 2U, {u'$', digit}};
+    return {end, folded == u"title"      ? u"$TITLE"
+                 : folded == u"subtitle" ? u"$SUBTITLE"
+                 : folded == u"name"     ? u"$1"
+                                         : u""};
 }
 
 // A placeholder with a digit behind it is read as that placeholder and the digit.
@@ -126,23 +139,27 @@ bool isLongPlaceholder(const ElementFacts& element, std::u16string_view text) {
     return element.name != u"super" || text.substr(1, 2) != u"10";
 }
 
-void checkOddPlaceholders(DescriptionChecks& checks, const ElementFacts& element,
+// True when something is told.
+bool checkOddPlaceholders(DescriptionChecks& checks, const ElementFacts& element,
                           std::u16string_view text) {
     for (std::size_t at = text.find_first_of(u"$＄"); at != kNone;
          at = text.find_first_of(u"$＄", at + 1)) {
         const std::u16string_view rest = text.substr(at);
         if (const OddPlaceholder odd = oddPlaceholder(rest); odd.units > 0) {
             const std::u16string_view written = rest.substr(0, odd.units);
-            checks.add("D333", placeInBody(element, written), {written, odd.meant}).suggestions = {
-                odd.meant};
-            return;
+            Diagnostic& told = checks.add("D333", placeInBody(element, written), {written});
+            if (!odd.meant.empty()) {
+                told.suggestions = {odd.meant};
+            }
+            return true;
         }
         if (isLongPlaceholder(element, rest)) {
             checks.add("D335", placeInBody(element, rest.substr(0, 3)),
                        {rest.substr(0, 3), rest.substr(0, 2), rest.substr(2, 1)});
-            return;
+            return true;
         }
     }
+    return false;
 }
 
 // ---- placeholders in the place of others
@@ -236,7 +253,7 @@ void checkPlaceholderUse(DescriptionChecks& checks, const ElementFacts& element,
 
 // ---- the form of the commands
 
-constexpr std::array<Code, 6> kFaultCodes{"D339", "D342", "D340", "D341", "D344", "D343"};
+constexpr std::array<Code, 7> kFaultCodes{"D339", "D342", "D340", "D341", "D351", "D344", "D343"};
 
 // What stands before the first element, comment or section: the part that is
 // read. Empty where references would have to be replaced first.
@@ -244,6 +261,50 @@ std::u16string_view readPartOf(const ElementFacts& element) {
     const std::u16string_view part = element.body.substr(0, element.body.find(u'<'));
     const bool isPlain = part.find(u"&quot;") == kNone && part.find(u"&#") == kNone;
     return isPlain ? part : std::u16string_view{};
+}
+
+std::vector<std::u16string> meantBy(const TvmlProblem& problem) {
+    std::u16string text(problem.where);
+    switch (problem.fault) {
+    case TvmlFault::fullWidth:
+        return {std::u16string(problem.meant)};
+    case TvmlFault::colonMissing:
+        return {text + u':'};
+    case TvmlFault::commaMissing:
+        return {u", " + text};
+    case TvmlFault::equalsMissing:
+        return {text + u'='};
+    case TvmlFault::commaSurplus:
+        return {};
+    case TvmlFault::quoteEnds:
+        std::replace(text.begin(), text.end(), u'"', u'\'');
+        return {text};
+    case TvmlFault::objectUnusual:
+        return closestObjects(problem.where);
+    }
+    return {};
+}
+
+// A text that breaks off at markup that was meant as a part of it.
+bool endsAtMarkup(const ElementFacts& element) {
+    const std::size_t less = element.body.find(u'<');
+    return less != kNone && less + 1 < element.body.size() && element.body[less + 1] != u'!';
+}
+
+// "%1" or "\\1" as a whole value, as other systems write placeholders.
+bool tellForeignPlaceholder(DescriptionChecks& checks, const ElementFacts& element) {
+    const TvmlReading reading = readTvml(readPartOf(element));
+    for (const TvmlCommand& command : reading.commands) {
+        for (const TvmlParameter& parameter : command.parameters) {
+            const std::u16string_view value = parameter.value;
+            if (value.size() == 2 && isDigit(value[1]) &&
+                std::u16string_view(u"%\\#@&").find(value[0]) != kNone) {
+                checks.add("D333", value, {value}).suggestions = {{u'$', value[1]}};
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 // True when the form of a command is wrong, which is told.
@@ -256,11 +317,7 @@ bool tellTvml(DescriptionChecks& checks, const ElementFacts& element) {
     const TvmlProblem& problem = *reading.problem;
     Diagnostic& told = checks.add(kFaultCodes[static_cast<std::size_t>(problem.fault)],
                                   problem.where, {problem.where, problem.meant});
-    if (problem.fault == TvmlFault::objectUnusual) {
-        told.suggestions = closestObjects(problem.where);
-    } else if (!problem.meant.empty()) {
-        told.suggestions = {std::u16string(problem.meant)};
-    }
+    told.suggestions = meantBy(problem);
     return true;
 }
 
@@ -353,7 +410,10 @@ void checkSkipping(DescriptionChecks& checks, const ElementFacts& element,
     if (findSkipSwitch(text, u"on", checks.words) == kNone) {
         checks.add("D330", element.tag);
     } else if (findSkipSwitch(text, u"off", checks.words) == kNone) {
-        checks.add("D347", element.tag);
+        const std::size_t end = element.body.find_last_not_of(u" \t\r\n");
+        const std::size_t start = end == kNone ? kNone : element.body.rfind(u'\n', end);
+        checks.add("D347",
+                   end == kNone ? element.tag : element.body.substr(start + 1, end - start));
     }
 }
 
@@ -369,11 +429,12 @@ void checkTemplate(DescriptionChecks& checks, const ElementFacts& element) {
         normalizeTemplateLines(trimScriptText(*element.text, checks.words), checks.words);
     checkTextEnd(checks, element);
     checkPlaceholders(checks, element, text);
-    checkOddPlaceholders(checks, element, text);
-    checkCharacterUse(checks, element, text);
-    checkPurpose(checks, element, text);
+    if (!checkOddPlaceholders(checks, element, text) && !tellForeignPlaceholder(checks, element)) {
+        checkCharacterUse(checks, element, text);
+        checkPurpose(checks, element, text);
+    }
     checkTitleLines(checks, element, text);
-    if (!tellTvml(checks, element)) {
+    if (!tellTvml(checks, element) && !endsAtMarkup(element)) {
         BalanceCheck(checks, element).run(text);
     }
     if (element.name == u"setting") {

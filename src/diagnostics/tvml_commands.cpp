@@ -167,7 +167,7 @@ private:
         skipBlanks();
         const std::u16string_view name = takeName();
         if (name.empty()) {
-            return false; // an empty one, or the end of the text
+            return is(u',') && tell(TvmlFault::commaSurplus, text_.substr(at_, 1));
         }
         if (!take(u'=')) {
             const bool isValue =
@@ -211,7 +211,7 @@ private:
     std::optional<std::u16string_view> bareValue() {
         const std::size_t start = at_;
         while (at_ < text_.size() && !is(u',') && !is(u')') && !is(u'\n') && !is(u'，') &&
-               !is(u'）') && !(isBlank(unit()) && beginsParameter())) {
+               !is(u'、') && !is(u'）') && !(isBlank(unit()) && beginsParameter())) {
             ++at_;
         }
         std::size_t end = at_;

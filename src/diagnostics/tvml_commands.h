@@ -14,6 +14,7 @@ enum class TvmlFault : std::uint8_t {
     colonMissing,  // between the object and its command
     commaMissing,  // in front of a parameter
     equalsMissing, // behind a parameter's name
+    commaSurplus,  // two in a row
     quoteEnds,     // a value's quotes end in the middle of it
     objectUnusual, // an object that is none of kTvmlObjects
 };

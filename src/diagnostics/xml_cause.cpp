@@ -43,7 +43,10 @@ public:
                 text_[at_] == u'&' ? readReference() : readMarkup();
             }
         }
-        if (cause_.mistake == XmlMistake::none && !open_.empty()) {
+        if (cause_.mistake == XmlMistake::none && open_.size() == 1) {
+            const std::size_t last = text_.find_last_not_of(u" \t\r\n");
+            cause_ = {XmlMistake::rootEnd, text_.substr(last, 1), open_[0].name, open_[0].tag};
+        } else if (cause_.mistake == XmlMistake::none && !open_.empty()) {
             tellUnclosed();
         }
         return cause_;
@@ -91,7 +94,12 @@ private:
     void readMarkup() {
         const std::u16string_view rest = text_.substr(at_);
         if (rest.starts_with(u"<!--")) {
-            pass(u"-->");
+            const std::size_t start = at_;
+            const bool ends = pass(u"-->");
+            const std::u16string_view comment = text_.substr(start, at_ - start);
+            if (!ends || comment.find(u"<!--", 4) != kNone) {
+                tell(XmlMistake::commentEnd, comment.substr(0, comment.find(u'\n')));
+            }
         } else if (rest.starts_with(u"<![CDATA[")) {
             pass(u"]]>");
         } else if (rest.starts_with(u"<?")) {
@@ -118,8 +126,11 @@ private:
     void readEndTag() {
         const std::size_t start = at_;
         const std::u16string_view name = nameAt(at_ + 2);
-        at_ = std::min(text_.find(u'>', at_), text_.size());
+        at_ = std::min(text_.find_first_of(u"<>", at_ + 1), text_.size());
         const std::u16string_view tag = text_.substr(start, at_ + 1 - start);
+        if (!tag.ends_with(u'>')) {
+            return tell(XmlMistake::tagEnd, tag.substr(0, 2 + name.size()));
+        }
         if (!open_.empty() && open_.back().name == name) {
             open_.pop_back();
         } else if (std::any_of(open_.begin(), open_.end(),
@@ -143,7 +154,7 @@ private:
             if (unit == u'"' || unit == u'\'') {
                 const std::size_t close = text_.find(unit, at_ + 1);
                 if (close == kNone || text_.substr(at_, close - at_).find(u'<') != kNone) {
-                    return tell(XmlMistake::attributeQuote, text_.substr(at_, 1));
+                    return tellInTag(start, text_.substr(at_, 1));
                 }
                 checkReferences(at_ + 1, close);
                 if (cause_.mistake != XmlMistake::none) {
@@ -151,16 +162,32 @@ private:
                 }
                 at_ = close;
             } else if (unit == u'=' && !hasQuote(at_ + 1)) {
-                return tell(XmlMistake::attributeQuote, text_.substr(at_, 1));
+                return tellInTag(start, text_.substr(at_, 1));
             }
             ++at_;
         }
         if (at_ == text_.size() || text_[at_] == u'<') {
-            // "<" of a text that goes on like a name, or a tag that lacks its end.
-            return tell(XmlMistake::loneLess, text_.substr(start, 1));
+            return tellInTag(start, text_.substr(start, 1));
         }
         if (text_[at_ - 1] != u'/') {
             open_.push_back({name, text_.substr(start, at_ + 1 - start)});
+        }
+    }
+
+    // A fault within a start tag. One in the middle of a text was hardly meant as a
+    // tag, and one whose first line is whole only lacks its end.
+    void tellInTag(std::size_t start, std::u16string_view fault) {
+        const std::u16string_view before = text_.substr(0, start);
+        const std::size_t last = before.find_last_not_of(u" \t");
+        const bool inText =
+            last != kNone && before[last] != u'\n' && before[last] != u'\r' && before[last] != u'>';
+        const std::size_t firstLine = std::min(text_.find(u'\n', start), text_.size());
+        if (inText) {
+            tell(XmlMistake::loneLess, text_.substr(start, 1));
+        } else if (fault.data() > text_.data() + firstLine || fault == u"<") {
+            tell(XmlMistake::tagEnd, text_.substr(start, firstLine - start));
+        } else {
+            tell(XmlMistake::attributeQuote, fault);
         }
     }
 

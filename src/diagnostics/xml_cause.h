@@ -15,6 +15,9 @@ enum class XmlMistake : std::uint8_t {
     unclosed,       // an element that something else ends before its end tag
     attributeQuote, // a value without quotes, or with quotes that are never closed
     declaration,    // an XML declaration, of which the filter writes its own
+    tagEnd,         // a tag without its ">"
+    commentEnd,     // a comment that goes on into the next one
+    rootEnd,        // the text ends before the end tag of its root
 };
 
 struct XmlCause {
