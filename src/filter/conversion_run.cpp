@@ -6,6 +6,8 @@
 #include "filter/scanners.h"
 #include "generation/commands.h"
 #include "generation/talk.h"
+#include "reading/script_lines.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
@@ -13,7 +15,7 @@ namespace {
 constexpr std::u16string_view kPlayFromHere = u"playfromhere()\n";
 constexpr std::u16string_view kEnd = u"end()\n";
 
-// A script and a description end at their first U+0000.
+// A description ends at its first U+0000, as a script does.
 std::u16string_view upToTerminator(std::u16string_view text) {
     return text.substr(0, findUnit(text, u'\0'));
 }
@@ -59,19 +61,15 @@ void ConversionRun::readDescription(std::u16string_view description) {
 void ConversionRun::convertLines(const ConversionRequest& request) {
     context_ = {run_.state.lastCharacter, run_.state.conditions()};
     std::int32_t& number = run_.state.lineNumber;
-    std::u16string_view rest = upToTerminator(request.script);
-    while (!rest.empty()) {
+    for (ScriptLines lines(request.script); lines.next();) {
         number += number < std::numeric_limits<std::int32_t>::max() ? 1 : 0;
-        const FirstLine seen = findFirstLine(rest);
-        const std::u16string_view text = rest.substr(0, seen.end);
-        rest = seen.end == kNone ? std::u16string_view{} : rest.substr(seen.end + 1);
         if (number == request.playFrom) {
             mark(kPlayFromHere, request.playFrom);
         }
         if (std::int64_t{number} == std::int64_t{request.playTo} + 1) {
             mark(kEnd, request.playTo);
         }
-        convertLine(text, seen);
+        convertLine(lines.line(), lines.isPlain());
     }
     const std::int64_t behindLast = std::int64_t{request.playTo} - number;
     if (behindLast == 0 || behindLast == 1) {
@@ -79,21 +77,21 @@ void ConversionRun::convertLines(const ConversionRequest& request) {
     }
 }
 
-void ConversionRun::convertLine(std::u16string_view text, const FirstLine& seen) {
-    reader_.read(text, context_, line_, {seen.mayHoldQuotes});
+void ConversionRun::convertLine(std::u16string_view text, bool isPlain) {
+    reader_.read(text, context_, line_, {isPlain});
     if (run_.listeners == nullptr) {
-        return writeLine(seen);
+        return writeLine(isPlain);
     }
     run_.outcome.clear(run_.state.lineNumber);
-    writeLine(seen);
+    writeLine(isPlain);
     run_.listeners->tell(line_, run_.outcome);
 }
 
-void ConversionRun::writeLine(const FirstLine& seen) {
+void ConversionRun::writeLine(bool isPlain) {
     if (line_.talk() != nullptr) {
         text_.clear();
         talk_.clear();
-        generateTalk(run_, line_, seen.mayHoldMarks, {text_, talk_});
+        generateTalk(run_, line_, !isPlain, {text_, talk_});
         body_.append(talk_, run_.state.lineNumber);
         body_.append(text_, run_.state.lineNumber);
         return;

@@ -12,7 +12,6 @@
 #include "platform/platform.h"
 #include "reading/line_reader.h"
 #include "run/run.h"
-#include "vocabulary/unit_search.h"
 
 namespace tvml {
 
@@ -44,8 +43,8 @@ public:
 private:
     void readDescription(std::u16string_view description);
     void convertLines(const ConversionRequest& request);
-    void convertLine(std::u16string_view text, const FirstLine& seen);
-    void writeLine(const FirstLine& seen);
+    void convertLine(std::u16string_view text, bool isPlain);
+    void writeLine(bool isPlain);
     void writeCommand();
     void mark(std::u16string_view text, std::int32_t line);
 

@@ -110,13 +110,22 @@ void ScriptBody::append(std::span<const TalkPiece> talk, std::int32_t line) {
         if (listeners_ != nullptr) {
             listeners_->tell(BodyGrew{units, line});
         }
-        const bool open = segments_.size() > indexedSegments_ && !segments_.back().talk.empty() &&
-                          segments_.back().talk.size() < kSegmentPieces;
-        std::vector<TalkPiece>& pieces =
-            open ? segments_.back().talk : segments_.emplace_back().talk;
-        pieces.push_back(piece);
-        segments_.back().talkUnits += units;
+        BodySegment& segment = segmentForTalk();
+        segment.talk.push_back(piece);
+        segment.talkUnits += units;
     }
+}
+
+// The last segment, when it holds talk and has room.
+BodySegment& ScriptBody::segmentForTalk() {
+    const std::size_t last =
+        segments_.size() > indexedSegments_ ? segments_.back().talk.size() : 0;
+    if (last > 0 && last < kSegmentPieces) {
+        return segments_.back();
+    }
+    BodySegment& fresh = segments_.emplace_back();
+    fresh.talk.reserve(last); // a full one, or nothing
+    return fresh;
 }
 
 bool ScriptBody::holdsMainImageBase() {

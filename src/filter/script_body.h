@@ -80,6 +80,7 @@ public:
 
 private:
     void countUnits(std::size_t units);
+    BodySegment& segmentForTalk();
     void indexNewText();
     void splitAtWaitingLines(const std::u16string& text);
     void addIndexed(std::u16string_view text);

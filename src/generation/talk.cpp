@@ -32,29 +32,30 @@ std::u16string preparedText(const Variant& variant, char16_t letter, const Chara
     return text;
 }
 
-// A template, null for none; it stays as long as the run or until the next one
-// is selected.
-struct SelectedTalk {
-    const Template* text = nullptr;
-    bool stays = false;
-};
-
-SelectedTalk prepareTalk(PreparedTalks& talks, const PreparedTalks::Key& key,
-                         const Variant& variant, std::u16string_view speed) {
+// The template stays as long as the run; null for one that is not to be kept.
+const Template* prepareTalk(PreparedTalks& talks, const PreparedTalks::Key& key,
+                            const Variant& variant, std::u16string_view speed) {
     const auto& [captioned, letter, ofVariant, model, speedAddress] = key;
     const auto found = talks.kept.find(key);
     if (found != talks.kept.end()) {
-        return {&found->second, true};
+        return &found->second;
     }
     Template text(preparedText(variant, letter, *model, speed));
     const std::size_t units = text.text().size() + kUnitsOfOne;
     if (units > kPreparedUnits - talks.units) {
         talks.unkept = std::move(text);
-        return {&talks.unkept, false};
+        return nullptr;
     }
     talks.units += units;
-    return {&talks.kept.emplace(key, std::move(text)).first->second, true};
+    return &talks.kept.emplace(key, std::move(text)).first->second;
 }
+
+// A template, null for none. One that cannot wait is to be filled before the next
+// one is selected.
+struct SelectedTalk {
+    const Template* text = nullptr;
+    bool canWait = false;
+};
 
 // The talk look-up: the next talk template of the character with its name and
 // its model's values filled in.
@@ -74,14 +75,16 @@ SelectedTalk selectTalkTemplate(Run& run, char16_t letter, bool captioned) {
     PreparedTalk& latest = run.preparedTalks.latest[captioned ? 1 : 0][Run::slot(letter)]
                                                    [variant->element % PreparedTalks::kPlaces];
     if (latest.variant == variant && latest.model == model && latest.speed == speed.data()) {
-        return {latest.text, true};
+        return {latest.text, latest.canWait};
     }
-    const SelectedTalk talk = prepareTalk(
+    const Template* text = prepareTalk(
         run.preparedTalks, {captioned, letter, variant, model, speed.data()}, *variant, speed);
-    if (talk.stays) {
-        latest = {variant, model, speed.data(), talk.text};
+    if (text == nullptr) {
+        return {&run.preparedTalks.unkept, false};
     }
-    return talk;
+    const bool canWait = text->leavesNoMarks(TalkPiece{text, {}, {}, false, captioned}.fillings());
+    latest = {variant, model, speed.data(), text, canWait};
+    return {text, canWait};
 }
 
 // Writes the pieces of one talk line.
@@ -109,7 +112,7 @@ public:
 
 private:
     // A piece that cannot be spoken silences the whole line.
-    void emit(TalkPiece piece) {
+    void emit(TalkPiece&& piece) {
         const SelectedTalk talk = failed_ || !speakerIsKnown()
                                       ? SelectedTalk{}
                                       : selectTalkTemplate(run_, speaker_, piece.captioned);
@@ -124,7 +127,7 @@ private:
                 {speaker_, piece.speech, run_.talkSpeed[Run::slot(speaker_)]});
         }
         piece.text = talk.text;
-        canWait_ = canWait_ && talk.stays && piece.canWait(mayHoldMarks_);
+        canWait_ = canWait_ && talk.canWait && !(mayHoldMarks_ && piece.holdsMarks());
         if (canWait_) {
             out_.pieces.push_back(piece);
         } else {

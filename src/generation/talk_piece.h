@@ -19,25 +19,23 @@ struct TalkPiece {
     bool wait;      // the next command waits for the end of this one
     bool captioned; // the speech is filled in once only
 
+    // In the order of filling.
+    std::array<std::u16string_view, 3> values() const {
+        return {wait ? u"yes" : u"no", caption, speech};
+    }
     std::array<Filling, 3> fillings() const {
-        return {{
-            {u"$9", wait ? u"yes" : u"no"},
-            {u"$4", caption},
-            {u"$2", speech, captioned},
-        }};
+        const auto [waitValue, captionValue, speechValue] = values();
+        return {{{u"$9", waitValue}, {u"$4", captionValue}, {u"$2", speechValue, captioned}}};
     }
 
-    // Nothing of the TVML can be looked for as a placeholder later. `mayHoldMarks`
-    // is false when speech and caption are known to hold no "$".
-    bool canWait(bool mayHoldMarks) const {
-        return text->leavesNoMarks(fillings()) &&
-               (!mayHoldMarks || (findUnit(speech, u'$') == std::u16string_view::npos &&
-                                  findUnit(caption, u'$') == std::u16string_view::npos));
+    bool holdsMarks() const {
+        return findUnit(speech, u'$') != std::u16string_view::npos ||
+               findUnit(caption, u'$') != std::u16string_view::npos;
     }
 
-    // Only when it can wait.
-    std::size_t size() const { return text->filledSize(fillings()); }
-    char16_t* write(char16_t* to) const { return text->write(fillings(), to); }
+    // Only of a piece without "$" whose template can wait.
+    std::size_t size() const { return text->filledSize(values()); }
+    char16_t* write(char16_t* to) const { return text->write(values(), to); }
 };
 
 } // namespace tvml

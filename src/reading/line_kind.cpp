@@ -19,7 +19,7 @@ bool colonFollows(std::u16string_view line, std::size_t units, const KeywordTabl
 }
 
 bool isDeclaredTag(std::u16string_view line, const TextMap& names, const KeywordTable& words) {
-    return visitNamesStarting(names, line, [&](const TextMap::value_type& entry) {
+    return !names.empty() && visitNamesStarting(names, line, [&](const TextMap::value_type& entry) {
         return colonFollows(line, entry.first.size(), words);
     });
 }
@@ -32,6 +32,7 @@ std::u16string_view lineKindText(LineKind kind) {
 }
 
 MarkerIndex::MarkerIndex(const KeywordTable& words) {
+    Markers anySecondUnit = 0;
     for (std::size_t i = 0; i < kMarkerCount; ++i) {
         const auto bit = static_cast<Markers>(1u << i);
         for (const MarkerSpelling& spelling : kMarkers[i].spellings) {
@@ -39,14 +40,20 @@ MarkerIndex::MarkerIndex(const KeywordTable& words) {
             const std::u16string_view text =
                 spelling.english.empty() ? word.textOrEmpty() : spelling.english;
             if (!text.empty()) {
-                byFirstUnit_[bucketOf(text.front())] |= bit;
+                byFirstUnit_[bucketOf(text[0])] |= bit;
             } else if (word.loaded()) {
                 anyLine_ |= bit;
             }
+            if (text.size() > 1) {
+                bySecondUnit_[bucketOf(text[1])] |= bit;
+            } else {
+                anySecondUnit |= bit;
+            }
         }
     }
-    for (Markers& markers : byFirstUnit_) {
-        markers |= anyLine_;
+    for (std::size_t i = 0; i < kBuckets; ++i) {
+        byFirstUnit_[i] |= anyLine_;
+        bySecondUnit_[i] |= anySecondUnit;
     }
 }
 

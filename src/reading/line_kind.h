@@ -19,7 +19,7 @@ enum class LineKind : std::uint8_t { empty, tag, character, other };
 // The text of a kind: "", "tag", "character" or "other".
 std::u16string_view lineKindText(LineKind kind);
 
-// The markers that a line can start with, by its first unit: most lines start
+// The markers that a line can start with, by its first two units: most lines start
 // with none and are spared the comparisons. Made anew when the words change.
 class MarkerIndex {
 public:
@@ -28,13 +28,18 @@ public:
     explicit MarkerIndex(const KeywordTable& words);
 
     Markers candidates(std::u16string_view line) const {
-        return line.empty() ? anyLine_ : byFirstUnit_[bucketOf(line.front())];
+        if (line.size() < 2) {
+            return line.empty() ? anyLine_ : byFirstUnit_[bucketOf(line[0])];
+        }
+        return byFirstUnit_[bucketOf(line[0])] & bySecondUnit_[bucketOf(line[1])];
     }
 
 private:
-    static std::size_t bucketOf(char16_t unit) { return (unit ^ (unit >> 8)) & 0xFFu; }
+    static constexpr std::size_t kBuckets = 256;
+    static std::size_t bucketOf(char16_t unit) { return (unit ^ (unit >> 8)) % kBuckets; }
 
-    std::array<Markers, 256> byFirstUnit_{};
+    std::array<Markers, kBuckets> byFirstUnit_{};
+    std::array<Markers, kBuckets> bySecondUnit_{};
     Markers anyLine_ = 0; // markers with an empty spelling
 };
 

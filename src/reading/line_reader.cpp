@@ -118,7 +118,7 @@ void LineReader::read(std::u16string_view text, const LineContext& context, Scri
     if (bracketed) {
         line.problem(ScriptProblem::captionMakesTalk, line.content);
     }
-    TalkReader(words_, line).read(hints.mayHoldQuotes);
+    TalkReader(words_, line).read(!hints.isPlain);
 }
 
 // Takes the letter and the colon off the line. A letter that the programme does

@@ -18,7 +18,7 @@ struct LineContext {
 
 // What a cheap look at a line has told already.
 struct LineHints {
-    bool mayHoldQuotes = true; // double quotes
+    bool isPlain = false; // without double quotes
 };
 
 class LineReader {

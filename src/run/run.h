@@ -26,6 +26,7 @@ struct PreparedTalk {
     const CharacterModel* model = nullptr;
     const char16_t* speed = nullptr; // the address tells speeds apart
     const Template* text = nullptr;
+    bool canWait = false; // it leaves no "$" that somebody could look for
 };
 
 // Keeps such templates as long as the run: a text that was written with one may

@@ -75,12 +75,28 @@ void replaceOne(std::u16string& text, const Filling& filling) {
     text = std::move(result);
 }
 
-// Values are a few units long, so a loop beats a call.
+std::u16string_view valueOf(const Filling& filling) {
+    return filling.value;
+}
+std::u16string_view valueOf(std::u16string_view value) {
+    return value;
+}
+
+char16_t* copyUnits(std::u16string_view units, char16_t* to) {
+    std::memcpy(to, units.data(), units.size() * sizeof(char16_t));
+    return to + units.size();
+}
+
+// A call costs more than most values, which are a few units long.
 char16_t* copyValue(std::u16string_view value, char16_t* to) {
-    for (const char16_t unit : value) {
-        *to++ = unit;
+    constexpr std::size_t kFew = 8;
+    if (value.size() > kFew) {
+        return copyUnits(value, to);
     }
-    return to;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        to[i] = value[i];
+    }
+    return to + value.size();
 }
 
 } // namespace
@@ -97,10 +113,11 @@ bool Template::isCompiledFor(std::span<const Filling> fillings) const {
 void Template::compile(std::span<const Filling> fillings) const {
     pieces_.clear();
     compiledFor_.clear();
+    literalUnits_ = text_.size();
     inOnePass_ = true;
     leavesMarks_ = false;
     for (const Filling& filling : fillings) {
-        compiledFor_.push_back({filling.placeholder.address(), filling.firstOnly});
+        compiledFor_.push_back({filling.placeholder.address(), filling.firstOnly, 0});
     }
     std::uint32_t copied = 0;
     bool firstDone = false;
@@ -117,33 +134,43 @@ void Template::compile(std::span<const Filling> fillings) const {
             continue; // a further one stays as it is
         }
         pieces_.push_back({copied, static_cast<std::uint32_t>(mark), filling});
+        ++compiledFor_[filling].times;
+        literalUnits_ -= fillings[filling].placeholder.size();
         copied = static_cast<std::uint32_t>(mark + fillings[filling].placeholder.size());
     }
     pieces_.push_back({copied, static_cast<std::uint32_t>(text_.size()), kNoFilling});
 }
 
-std::size_t Template::filledSize(std::span<const Filling> fillings) const {
-    std::size_t size = 0;
-    for (const Piece& piece : pieces_) {
-        size += piece.literalEnd - piece.literalStart;
-        size += piece.filling != kNoFilling ? fillings[piece.filling].value.size() : 0;
+template <typename Value>
+std::size_t Template::sizeWith(std::span<const Value> values) const {
+    std::uint64_t size = literalUnits_;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        size += std::uint64_t{compiledFor_[i].times} * valueOf(values[i]).size();
     }
     if (size > kFilledLimit) {
         throw std::length_error("a filled template is too long");
     }
-    return size;
+    return static_cast<std::size_t>(size);
 }
 
-char16_t* Template::write(std::span<const Filling> fillings, char16_t* to) const {
+template <typename Value>
+char16_t* Template::writeWith(std::span<const Value> values, char16_t* to) const {
     for (const Piece& piece : pieces_) {
-        const std::size_t literal = piece.literalEnd - piece.literalStart;
-        std::memcpy(to, text_.data() + piece.literalStart, literal * sizeof(char16_t));
-        to += literal;
+        to = copyUnits({text_.data() + piece.literalStart, piece.literalEnd - piece.literalStart},
+                       to);
         if (piece.filling != kNoFilling) {
-            to = copyValue(fillings[piece.filling].value, to);
+            to = copyValue(valueOf(values[piece.filling]), to);
         }
     }
     return to;
+}
+
+std::size_t Template::filledSize(Values values) const {
+    return sizeWith(values);
+}
+
+char16_t* Template::write(Values values, char16_t* to) const {
+    return writeWith(values, to);
 }
 
 bool Template::leavesNoMarks(std::span<const Filling> fillings) const {
@@ -159,8 +186,8 @@ void Template::fill(std::span<const Filling> fillings, std::u16string& out) cons
     }
     if (inOnePass_ && valuesHoldNoMark(fillings)) {
         const std::size_t start = out.size();
-        out.resize(start + filledSize(fillings));
-        write(fillings, out.data() + start);
+        out.resize(start + sizeWith(fillings));
+        writeWith(fillings, out.data() + start);
         return;
     }
     std::u16string text = text_;

@@ -49,12 +49,12 @@ public:
     void fill(std::span<const Filling> fillings, std::u16string& out) const;
 
     // Filling in two steps, for a text that is wanted later. Only a template that
-    // passes on no "$" but those of the values can wait: filledSize() and write()
-    // are for fillings of such a template that differ in nothing but values
-    // without "$".
+    // passes on no "$" but those of the values can wait. filledSize() and write()
+    // are for the fillings that it was last asked for, with values without "$".
+    using Values = std::span<const std::u16string_view>;
     bool leavesNoMarks(std::span<const Filling> fillings) const;
-    std::size_t filledSize(std::span<const Filling> fillings) const;
-    char16_t* write(std::span<const Filling> fillings, char16_t* to) const; // returns the end
+    std::size_t filledSize(Values values) const;
+    char16_t* write(Values values, char16_t* to) const; // returns the end
 
 private:
     // The template cut at its placeholders: text_[literalStart, literalEnd), then
@@ -69,10 +69,15 @@ private:
     struct CompiledFilling {
         const char16_t* placeholder;
         bool firstOnly;
+        std::uint32_t times; // that its value goes in
     };
 
     bool isCompiledFor(std::span<const Filling> fillings) const;
     void compile(std::span<const Filling> fillings) const;
+
+    // Of fillings or of their values.
+    template <typename Value> std::size_t sizeWith(std::span<const Value> values) const;
+    template <typename Value> char16_t* writeWith(std::span<const Value> values, char16_t* to) const;
 
     std::u16string text_;
 
@@ -80,6 +85,7 @@ private:
     // templates are always filled by the same ones.
     mutable std::vector<Piece> pieces_;
     mutable std::vector<CompiledFilling> compiledFor_;
+    mutable std::size_t literalUnits_ = 0;
     mutable bool inOnePass_ = false;   // every "$" begins one of them
     mutable bool leavesMarks_ = false; // not every "$" is filled
 };

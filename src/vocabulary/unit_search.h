@@ -40,6 +40,15 @@ inline bool blockHolds(const char16_t* block, char16_t unit) {
     return found != 0;
 }
 
+// All units of a block, one over another.
+inline std::uint64_t unitsSeenIn(const char16_t* block) {
+    std::uint64_t seen = 0;
+    for (std::size_t i = 0; i < kBlock; i += kUnitsPerStep) {
+        seen |= loadUnits(block + i);
+    }
+    return seen;
+}
+
 // Without blocks, for a unit that is near.
 inline std::size_t findUnitInSteps(std::u16string_view text, char16_t unit, std::size_t from) {
     static_assert(std::endian::native == std::endian::little,
@@ -83,32 +92,6 @@ inline std::size_t terminatedLength(const char16_t* text) {
     }
 }
 
-// The first line of a text: where it ends, npos without a line feed, and what it
-// holds. A line that is told to hold something may yet hold none of it.
-struct FirstLine {
-    std::size_t end = std::u16string_view::npos;
-    bool mayHoldQuotes = false; // double quotes
-    bool mayHoldMarks = false;  // "$"
-};
-
-// One look at each unit in place of three.
-inline FirstLine findFirstLine(std::u16string_view text) {
-    FirstLine line;
-    std::size_t at = 0;
-    for (; at + detail::kBlock <= text.size(); at += detail::kBlock) {
-        const char16_t* block = text.data() + at;
-        line.mayHoldQuotes |= detail::blockHolds(block, u'"');
-        line.mayHoldMarks |= detail::blockHolds(block, u'$');
-        if (detail::blockHolds(block, u'\n')) {
-            // All of the block counts, which is more than the line.
-            line.end = detail::findUnitInSteps(text, u'\n', at);
-            return line;
-        }
-    }
-    // The end of the text is looked at again where that is needed.
-    return {detail::findUnitInSteps(text, u'\n', at), true, true};
-}
-
 // The position of the first `pattern`, which is not empty, in `text` at or after
 // `from`, or npos.
 inline std::size_t findText(std::u16string_view text, std::u16string_view pattern,
@@ -122,15 +105,19 @@ inline std::size_t findText(std::u16string_view text, std::u16string_view patter
 
 // Every unit of `text` is below U+0080.
 inline bool allAscii(std::u16string_view text) {
+    using namespace detail;
     std::uint64_t seen = 0;
-    std::size_t at = 0;
-    for (; at + detail::kUnitsPerStep <= text.size(); at += detail::kUnitsPerStep) {
-        seen |= detail::loadUnits(text.data() + at);
+    if (text.size() >= kBlock) {
+        for (std::size_t at = 0; at + kBlock < text.size(); at += kBlock) {
+            seen |= unitsSeenIn(text.data() + at);
+        }
+        seen |= unitsSeenIn(text.data() + text.size() - kBlock); // again some of the one before
+    } else {
+        for (const char16_t unit : text) {
+            seen |= unit;
+        }
     }
-    for (; at < text.size(); ++at) {
-        seen |= text[at];
-    }
-    return (seen & (detail::kEach * 0xFF80u)) == 0;
+    return (seen & (kEach * 0xFF80u)) == 0;
 }
 
 } // namespace tvml
