@@ -116,15 +116,18 @@ void ScriptBody::append(std::span<const TalkPiece> talk, std::int32_t line) {
     }
 }
 
-// The last segment, when it holds talk and has room.
+// The last segment, when it holds talk and has room. An indexed one holds none.
 BodySegment& ScriptBody::segmentForTalk() {
-    const std::size_t last =
-        segments_.size() > indexedSegments_ ? segments_.back().talk.size() : 0;
-    if (last > 0 && last < kSegmentPieces) {
-        return segments_.back();
+    std::size_t before = 0;
+    if (!segments_.empty()) {
+        BodySegment& last = segments_.back();
+        before = last.talk.size();
+        if (before > 0 && before < kSegmentPieces) {
+            return last;
+        }
     }
     BodySegment& fresh = segments_.emplace_back();
-    fresh.talk.reserve(last); // a full one, or nothing
+    fresh.talk.reserve(before); // as many again in a long script, else a few
     return fresh;
 }
 

@@ -91,7 +91,7 @@ SelectedTalk selectTalkTemplate(Run& run, char16_t letter, bool captioned) {
 class TalkLine final : public PieceSink {
 public:
     // `canWait` is false for a line that the pieces cannot refer to.
-    TalkLine(Run& run, const ScriptLine& line, bool mayHoldMarks, TalkOutput out)
+    TalkLine(Run& run, const ScriptLine& line, bool mayHoldMarks, const TalkOutput& out)
         : run_(run), speaker_(line.actor()), out_(out), blocking_(line.talk()->blocking),
           mayHoldMarks_(mayHoldMarks), canWait_(!line.talkIsCopied()) {}
 
@@ -100,22 +100,22 @@ public:
     bool speakerIsKnown() const { return speaker_ <= run_.state.lastCharacter; }
 
     void captioned(std::u16string_view speech, std::u16string_view caption) {
-        emit({nullptr, speech, caption, blocking_, true});
+        emit(speech, caption, blocking_, true);
     }
 
     void piece(std::u16string_view text, bool lastOfSpeech, bool cutInWord) override {
         if (cutInWord) {
             run_.tell(ScriptProblem::sentenceCutInWord, text);
         }
-        emit({nullptr, text, {}, blocking_ || !lastOfSpeech, false});
+        emit(text, {}, blocking_ || !lastOfSpeech, false);
     }
 
 private:
     // A piece that cannot be spoken silences the whole line.
-    void emit(TalkPiece&& piece) {
+    void emit(std::u16string_view speech, std::u16string_view caption, bool wait, bool captioned) {
         const SelectedTalk talk = failed_ || !speakerIsKnown()
                                       ? SelectedTalk{}
-                                      : selectTalkTemplate(run_, speaker_, piece.captioned);
+                                      : selectTalkTemplate(run_, speaker_, captioned);
         if (talk.text == nullptr) {
             failed_ = true;
             out_.text.clear();
@@ -123,20 +123,19 @@ private:
             return;
         }
         if (run_.listeners != nullptr) {
-            run_.outcome.spoken.push_back(
-                {speaker_, piece.speech, run_.talkSpeed[Run::slot(speaker_)]});
+            run_.outcome.spoken.push_back({speaker_, speech, run_.talkSpeed[Run::slot(speaker_)]});
         }
-        piece.text = talk.text;
+        const TalkPiece piece{talk.text, speech, caption, wait, captioned};
         canWait_ = canWait_ && talk.canWait && !(mayHoldMarks_ && piece.holdsMarks());
         if (canWait_) {
-            out_.pieces.push_back(piece);
+            out_.pieces.emplace_back() = piece;
         } else {
             writeText(piece);
         }
     }
 
     // After the first piece that cannot wait, nothing of the line does.
-    void writeText(const TalkPiece& piece) {
+    void writeText(TalkPiece piece) {
         for (const TalkPiece& earlier : out_.pieces) {
             earlier.text->fill(earlier.fillings(), out_.text);
         }
@@ -146,7 +145,7 @@ private:
 
     Run& run_;
     const char16_t speaker_;
-    const TalkOutput out_;
+    const TalkOutput& out_;
     const bool blocking_; // of the last piece
     const bool mayHoldMarks_;
     bool canWait_;

@@ -13,15 +13,15 @@ namespace tvml {
 
 // The template and the texts must outlive the piece.
 struct TalkPiece {
-    const Template* text; // with everything else filled in
+    const Template* text = nullptr; // with everything else filled in
     std::u16string_view speech;
     std::u16string_view caption;
-    bool wait;      // the next command waits for the end of this one
-    bool captioned; // the speech is filled in once only
+    bool wait = false;      // the next command waits for the end of this one
+    bool captioned = false; // the speech is filled in once only
 
     // In the order of filling.
     std::array<std::u16string_view, 3> values() const {
-        return {wait ? u"yes" : u"no", caption, speech};
+        return {wait ? std::u16string_view(u"yes") : std::u16string_view(u"no"), caption, speech};
     }
     std::array<Filling, 3> fillings() const {
         const auto [waitValue, captionValue, speechValue] = values();
@@ -34,7 +34,10 @@ struct TalkPiece {
     }
 
     // Only of a piece without "$" whose template can wait.
-    std::size_t size() const { return text->filledSize(values()); }
+    std::size_t size() const {
+        const std::array<std::size_t, 3> sizes{wait ? 3u : 2u, caption.size(), speech.size()};
+        return text->filledSize(sizes);
+    }
     char16_t* write(char16_t* to) const { return text->write(values(), to); }
 };
 

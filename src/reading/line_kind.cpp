@@ -67,9 +67,10 @@ const MarkerSpelling* markerSpelling(Marker marker, std::u16string_view line,
     return nullptr;
 }
 
-LineKind classifyLine(std::u16string_view& line, const DeclaredTags& tags,
+LineKind classifyLine(std::u16string_view& trimmed, const DeclaredTags& tags,
                       const KeywordTable& words, const MarkerIndex& markers) {
-    line = trimScriptText(line, words);
+    const std::u16string_view line = trimScriptText(trimmed, words);
+    trimmed = line;
     if (line.empty()) {
         return LineKind::empty;
     }

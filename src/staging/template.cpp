@@ -82,6 +82,13 @@ std::u16string_view valueOf(std::u16string_view value) {
     return value;
 }
 
+std::size_t sizeOf(const Filling& filling) {
+    return filling.value.size();
+}
+std::size_t sizeOf(std::size_t size) {
+    return size;
+}
+
 char16_t* copyUnits(std::u16string_view units, char16_t* to) {
     std::memcpy(to, units.data(), units.size() * sizeof(char16_t));
     return to + units.size();
@@ -141,11 +148,10 @@ void Template::compile(std::span<const Filling> fillings) const {
     pieces_.push_back({copied, static_cast<std::uint32_t>(text_.size()), kNoFilling});
 }
 
-template <typename Value>
-std::size_t Template::sizeWith(std::span<const Value> values) const {
+template <typename Value> std::size_t Template::sizeWith(std::span<const Value> values) const {
     std::uint64_t size = literalUnits_;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        size += std::uint64_t{compiledFor_[i].times} * valueOf(values[i]).size();
+        size += std::uint64_t{compiledFor_[i].times} * sizeOf(values[i]);
     }
     if (size > kFilledLimit) {
         throw std::length_error("a filled template is too long");
@@ -165,8 +171,8 @@ char16_t* Template::writeWith(std::span<const Value> values, char16_t* to) const
     return to;
 }
 
-std::size_t Template::filledSize(Values values) const {
-    return sizeWith(values);
+std::size_t Template::filledSize(std::span<const std::size_t> valueSizes) const {
+    return sizeWith(valueSizes);
 }
 
 char16_t* Template::write(Values values, char16_t* to) const {

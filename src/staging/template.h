@@ -53,7 +53,7 @@ public:
     // are for the fillings that it was last asked for, with values without "$".
     using Values = std::span<const std::u16string_view>;
     bool leavesNoMarks(std::span<const Filling> fillings) const;
-    std::size_t filledSize(Values values) const;
+    std::size_t filledSize(std::span<const std::size_t> valueSizes) const;
     char16_t* write(Values values, char16_t* to) const; // returns the end
 
 private:
@@ -75,9 +75,10 @@ private:
     bool isCompiledFor(std::span<const Filling> fillings) const;
     void compile(std::span<const Filling> fillings) const;
 
-    // Of fillings or of their values.
+    // The values are fillings, texts or only the sizes of texts.
     template <typename Value> std::size_t sizeWith(std::span<const Value> values) const;
-    template <typename Value> char16_t* writeWith(std::span<const Value> values, char16_t* to) const;
+    template <typename Value>
+    char16_t* writeWith(std::span<const Value> values, char16_t* to) const;
 
     std::u16string text_;
 
