@@ -28,7 +28,8 @@ public:
             lookAtNextBlock();
             plain_ = plain_ && blockIsPlain_;
         }
-        const std::size_t end = blockEnd_ - kBlock + static_cast<std::size_t>(std::countr_zero(ends_));
+        const std::size_t end =
+            blockEnd_ - kBlock + static_cast<std::size_t>(std::countr_zero(ends_));
         ends_ &= ends_ - 1;
         if (end >= script_.size() || script_[end] == u'\0') {
             script_ = script_.substr(0, end);
