@@ -80,29 +80,16 @@ inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t
     return detail::findUnitInSteps(text, unit, at);
 }
 
-// The number of units before the first U+0000. The block that holds it is looked
-// at as a whole, though it may end behind the memory of the text: its address is a
-// multiple of its size, so it lies in the page of the text's end. Sanitizers, which
-// know better where a text ends, are told not to look.
-__attribute__((no_sanitize("address"))) inline std::size_t terminatedLength(const char16_t* text) {
-    constexpr std::size_t kBytes = detail::kBlock * sizeof(char16_t);
-    const char16_t* at = text;
-    while (reinterpret_cast<std::uintptr_t>(at) % kBytes != 0 && *at != u'\0') {
-        ++at;
-    }
-    if (reinterpret_cast<std::uintptr_t>(at) % kBytes == 0) {
-        char16_t found = 0;
-        for (; found == 0; at += detail::kBlock) {
-            for (std::size_t i = 0; i < detail::kBlock; ++i) {
-                found |= static_cast<char16_t>(at[i] == u'\0' ? 0xFFFF : 0);
+// The number of units before the first U+0000. Several comparisons a step; no
+// unit behind the terminator is looked at, since its memory may end there.
+inline std::size_t terminatedLength(const char16_t* text) {
+    for (const char16_t* at = text;; at += 8) {
+        for (std::size_t i = 0; i < 8; ++i) {
+            if (at[i] == u'\0') {
+                return static_cast<std::size_t>(at - text) + i;
             }
         }
-        at -= detail::kBlock;
     }
-    while (*at != u'\0') {
-        ++at;
-    }
-    return static_cast<std::size_t>(at - text);
 }
 
 // The position of the first `pattern`, which is not empty, in `text` at or after
