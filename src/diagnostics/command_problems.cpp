@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 #include "diagnostics/suggestions.h"
 #include "reading/script_text.h"
@@ -178,7 +179,10 @@ std::vector<std::u16string> closestCommands(ScriptChecks& checks, const CheckedL
     return closest.take();
 }
 
-std::vector<std::u16string> closestAdverbs(const ScriptChecks& checks, std::u16string_view item) {
+std::vector<std::u16string> closestAdverbs(ScriptChecks& checks, std::u16string_view item) {
+    if (std::u16string meant = checks.meanings().adverbsMeantBy(item); !meant.empty()) {
+        return {std::move(meant)};
+    }
     ClosestNames closest(item);
     for (const AdverbRow& row : kAdverbRows) {
         closest.offer(looksEnglish(item) ? row.english : checks.words[row.key].textOrEmpty());
@@ -220,6 +224,10 @@ std::vector<std::u16string> closestVoices(const ScriptChecks& checks, std::u16st
     return closest.take();
 }
 
+bool isAdverb(const ScriptChecks& checks, std::u16string_view text) {
+    return findAdverb(text, checks.words) != nullptr;
+}
+
 // ---- reasons
 
 void tellCondition(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
@@ -258,10 +266,17 @@ void tellReplacedLetter(ScriptChecks& checks, const CheckedLine& checked, const 
                 checks.text(pair ? Message::replaced_pair : Message::replaced_one)});
 }
 
+// Another character's letter, as wide as this one.
+char16_t otherLetter(const ScriptChecks& checks, char16_t written) {
+    const char16_t base = written >= u'Ａ' ? u'Ａ' : u'A';
+    return static_cast<char16_t>(base + (checks.words.letterOf(written) == u'A' ? 1 : 0));
+}
+
 // A pair of one letter may have become one by a replacement; that is told.
 void tellReplacedPair(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
     if (!checked.line.hasProblem(ScriptProblem::letterReplaced)) {
-        checks.addAt("S131", checked, told.where, {told.where});
+        checks.addAt("S131", checked, told.where, {told.where}).suggestions = {
+            std::u16string{told.where.front(), otherLetter(checks, told.where.front())}};
     }
 }
 
@@ -302,6 +317,17 @@ bool isTailOfWord(const ScriptLine& line, std::u16string_view where) {
            isLatin(line.text[place->start - 1]);
 }
 
+// What stands behind a command without a separator: an adverb that lacks one, or
+// something that cannot stand there at all.
+void tellSeparator(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view where) {
+    std::vector<std::u16string> adverbs = closestAdverbs(checks, where);
+    if (!adverbs.empty() || isAdverb(checks, where)) {
+        checks.addAt("S104", checked, where, {where}).suggestions = std::move(adverbs);
+    } else {
+        checks.addAt("S130", checked, where, {where});
+    }
+}
+
 // One reason for which a command was not carried out. False for what says
 // nothing by itself.
 bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
@@ -318,7 +344,7 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
         if (isTailOfWord(checked.line, where)) {
             return false;
         }
-        checks.addAt("S104", checked, where, {where}).suggestions = closestAdverbs(checks, where);
+        tellSeparator(checks, checked, where);
         return true;
     case colonMissing:
         checks.addAt("S105", checked, where.substr(0, 1));
@@ -335,14 +361,22 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
     case letterInvalid:
         checks.addAt("S108", checked, where, {where});
         return true;
-    case letterReplaced:
-        tellReplacedLetter(checks, checked, told);
+    case letterReplaced: { // nothing is used instead: the line writes nothing
+        std::optional<LinePlace> place = checked.line.placeOf(where);
+        const std::u16string_view written = wholeWord(checked.line.text, place, where);
+        if (written.size() == 1) {
+            tellReplacedLetter(checks, checked, told);
+        } else {
+            checks.add("S108", checked, place, {written});
+        }
         return true;
+    }
     case pairReplaced:
         tellReplacedPair(checks, checked, told);
         return true;
     case looksAtItself:
-        checks.addAt("S111", checked, where);
+        checks.addAt("S111", checked, where).suggestions = {
+            std::u16string(1, otherLetter(checks, where.front()))};
         return true;
     case modelMissing:
         tellModelless(checks, checked, told);
@@ -398,7 +432,12 @@ bool tellUntaken(ScriptChecks& checks, const CheckedLine& checked) {
     if (isNobodys) {
         checks.addAt("S128", checked, head, {head});
     } else if (checked.speaker() != 0 && row != nullptr && row->taker == Taker::staging) {
-        checks.addAt("S129", checked, head, {head});
+        const std::u16string_view written = checked.line.trimmed;
+        const std::size_t bracket = written.find_first_of(u"(（");
+        Diagnostic& told = checks.addAt("S129", checked, written, {head});
+        if (bracket != kNone) {
+            told.suggestions = {std::u16string(written.substr(bracket))};
+        }
     } else {
         return false;
     }
@@ -419,10 +458,6 @@ bool tellRecognition(ScriptChecks& checks, const CheckedLine& checked) {
     checks.addAt(recognition.outcome == Outcome::noLetter ? Code("S108") : Code("S106"), checked,
                  shown, {shown});
     return true;
-}
-
-bool isAdverb(const ScriptChecks& checks, std::u16string_view text) {
-    return findAdverb(text, checks.words) != nullptr;
 }
 
 // "bow" and "slow" written together, in either order.
@@ -472,7 +507,8 @@ bool tellMisplaced(ScriptChecks& checks, const CheckedLine& checked) {
     const std::u16string_view inner = checked.line.command()->inner;
     const std::u16string_view tag = tagName(checks, inner);
     if (!tag.empty()) {
-        checks.addAt("S140", checked, tag, {tag});
+        checks.addAt("S140", checked, checked.line.trimmed, {tag}).suggestions = {
+            std::u16string(inner)};
         return true;
     }
     const std::u16string_view speaker = inner.substr(0, 1);
@@ -481,7 +517,14 @@ bool tellMisplaced(ScriptChecks& checks, const CheckedLine& checked) {
         commandOwner(checks, dropUnits(rest, 1)) == CommandOwner::none) {
         return false;
     }
-    checks.addAt("S141", checked, speaker, {speaker});
+    const std::u16string_view line = checked.line.trimmed;
+    const std::u16string_view command = trimScriptText(dropUnits(rest, 1), words);
+    checks.addAt("S141", checked, line, {speaker}).suggestions = {
+        std::u16string(speaker)
+            .append(rest.substr(0, 1))
+            .append(line.substr(0, 1))
+            .append(command)
+            .append(line.substr(line.size() - 1))};
     return true;
 }
 
@@ -541,6 +584,77 @@ void tellDegraded(ScriptChecks& checks, const CheckedLine& checked) {
     }
 }
 
+// "(bow)(nod)": a bracket that closes before the next one opens.
+bool holdsSeveral(std::u16string_view inner) {
+    const std::size_t closing = inner.find_first_of(u")）");
+    return closing != kNone && inner.find_first_of(u"(（") > closing &&
+           inner.find_first_of(u"(（") != kNone;
+}
+
+// Why a command was not carried out.
+void tellRefused(ScriptChecks& checks, const CheckedLine& checked) {
+    const RecognizedCommand& command = *checked.line.command();
+    if (holdsSeveral(command.inner)) {
+        checks.addAt("S144", checked, checked.line.trimmed);
+        return;
+    }
+    const LineProblem* const condition = checked.line.findProblem(ScriptProblem::conditionNotMet);
+    if (condition != nullptr && namesCommand(command.phrase, condition->detail)) {
+        return tellCondition(checks, checked, *condition);
+    }
+    if (tellUntaken(checks, checked) || tellRecognition(checks, checked)) {
+        return;
+    }
+    if (!tellReasons(checks, checked) || !headIsKnown(checks, command)) {
+        tellUnknown(checks, checked);
+    }
+}
+
+// Findings that say more than what could have been meant.
+constexpr std::array kKeptCodes{Code("S105"), Code("S111"), Code("S113"), Code("S114"),
+                                Code("S115"), Code("S116"), Code("S129"), Code("S139"),
+                                Code("S140"), Code("S141"), Code("S144")};
+
+bool isOneOf(std::span<const Code> codes, Code code) {
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
+
+// One finding for the whole command, with the command that was meant, in place of
+// those since `before`, where all its words are understood.
+void offerMeant(ScriptChecks& checks, const CheckedLine& checked, std::size_t before) {
+    const std::u16string_view inner = checked.line.command()->inner;
+    const std::size_t told = checks.found.size() - before;
+    const bool onlyAdverb = told == 1 && checks.found[before].code == Code("S102");
+    const bool kept =
+        std::any_of(checks.found.begin() + static_cast<std::ptrdiff_t>(before), checks.found.end(),
+                    [](const Diagnostic& found) { return isOneOf(kKeptCodes, found.code); });
+    if (told == 0 || onlyAdverb || kept) {
+        return;
+    }
+    const MeantCommand meant =
+        checks.meanings().meantBy(inner, checked.line.actor(), checks.lastCharacter);
+    if (meant.text.empty()) {
+        return;
+    }
+    constexpr std::array kOwnText{Code("S103"), Code("S106"), Code("S107"), Code("S128")};
+    constexpr std::array kOfList{Code("S102"), Code("S104")};
+    const std::u16string_view head = headOf(inner, checks.words);
+    const bool commandStays =
+        meant.text.starts_with(head.substr(0, std::min<std::size_t>(2, head.size())));
+    const bool isWhom = meant.nobodyNamed && checks.found[before].code == Code("S112");
+    const bool keepsText = isWhom || isOneOf(kOwnText, checks.found[before].code) ||
+                           (isOneOf(kOfList, checks.found[before].code) && commandStays);
+    const Code code = meant.adverbFirst ? Code("S145") : Code("S101");
+    Diagnostic first = checks.found[before];
+    checks.found.resize(before, first);
+    Diagnostic& whole = checks.addAt(code, checked, inner, {trimScriptText(inner, checks.words)});
+    if (keepsText && !meant.adverbFirst) {
+        whole.code = first.code;
+        whole.message = std::move(first.message);
+    }
+    whole.suggestions = {meant.text};
+}
+
 } // namespace
 
 CommandOwner commandOwner(const ScriptChecks& checks, std::u16string_view text) {
@@ -587,16 +701,9 @@ void checkCommandLine(ScriptChecks& checks, const CheckedLine& checked) {
     if (command.taken) {
         return tellDegraded(checks, checked);
     }
-    const LineProblem* const condition = line.findProblem(ScriptProblem::conditionNotMet);
-    if (condition != nullptr && namesCommand(command.phrase, condition->detail)) {
-        return tellCondition(checks, checked, *condition);
-    }
-    if (tellUntaken(checks, checked) || tellRecognition(checks, checked)) {
-        return;
-    }
-    if (!tellReasons(checks, checked) || !headIsKnown(checks, command)) {
-        tellUnknown(checks, checked);
-    }
+    const std::size_t before = checks.found.size();
+    tellRefused(checks, checked);
+    offerMeant(checks, checked, before);
 }
 
 } // namespace tvml

@@ -123,6 +123,8 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"S141", Severity::error, ExampleKind::script, u"（Ａ：お辞儀）\n"},
     DiagnosticRow{"S142", Severity::warning, ExampleKind::script, u"Ａ：スーパー：本日開店\n"},
     DiagnosticRow{"S143", Severity::warning, ExampleKind::script, u"Ａ：あ𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟。\n"},
+    DiagnosticRow{"S144", Severity::error, ExampleKind::script, u"Ａ：（お辞儀）（うん）\n"},
+    DiagnosticRow{"S145", Severity::error, ExampleKind::script, u"Ａ：（速く、お辞儀）\n"},
 
     // ---- V: the vocabulary
     DiagnosticRow{"V201", Severity::error, ExampleKind::vocabulary, u";title=タイトル\n"},

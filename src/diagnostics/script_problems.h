@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "diagnostics/finding.h"
+#include "diagnostics/meant_command.h"
 #include "run/events.h"
 
 namespace tvml {
@@ -38,6 +39,9 @@ struct ScriptChecks {
     int suggestionsLeft = 2000;    // keeps a script of nothing but mistakes fast
     std::vector<Diagnostic> found;
 
+    // Made when the first command needs it.
+    const CommandMeanings& meanings();
+
     // Adds a diagnostic about a part of the line, or the whole one.
     Diagnostic& add(Code code, const CheckedLine& checked, std::optional<LinePlace> place,
                     TextValues values = {});
@@ -51,6 +55,9 @@ struct ScriptChecks {
     // How a marker of this English name is called in the language of the messages.
     std::u16string_view markerName(std::u16string_view english) const;
     std::u16string_view text(Message message) const { return textOf(message, language); }
+
+private:
+    std::optional<CommandMeanings> meanings_;
 };
 
 // Each says what is wrong with a line of its kind.

@@ -15,7 +15,22 @@ constexpr std::size_t kFar = 1000;
 bool sharesStart(std::u16string_view text, std::u16string_view name) {
     const auto end = std::mismatch(text.begin(), text.end(), name.begin(), name.end()).first;
     const auto units = static_cast<std::size_t>(end - text.begin());
-    return units >= (looksEnglish(text) ? 4U : 2U) && 2 * units >= text.size();
+    const bool english = looksEnglish(text);
+    return units >= (english ? 4U : 2U) && 2 * units >= text.size() + (english ? 1 : 0);
+}
+
+bool isKanji(char16_t unit) {
+    return unit >= 0x3400 && unit <= 0x9FFF;
+}
+
+// Short words with kanji that have none in common mean different things, however
+// few changes lie between them: 走る and 座る.
+bool isOtherKanjiWord(std::u16string_view text, std::u16string_view name) {
+    constexpr std::size_t kShort = 3;
+    return text.size() <= kShort && std::any_of(text.begin(), text.end(), isKanji) &&
+           std::none_of(text.begin(), text.end(), [&](char16_t unit) {
+               return isKanji(unit) && name.find(unit) != name.npos;
+           });
 }
 
 } // namespace
@@ -93,6 +108,9 @@ void ClosestNames::offer(std::u16string_view name, std::u16string_view shown) {
     // A text that holds the whole name, or is a good part of it, is close, too.
     const bool holdsName = folded.size() >= 2 && given_.find(folded) != given_.npos;
     const bool isPart = given_.size() >= 2 && folded.find(given_) != folded.npos;
+    if (distance <= limit && distance > 0 && isOtherKanjiWord(given_, folded)) {
+        return;
+    }
     if (distance > limit && (holdsName || isPart || sharesStart(given_, folded))) {
         distance = limit + 1;
     } else if (distance > limit) {

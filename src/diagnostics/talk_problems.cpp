@@ -517,6 +517,13 @@ Diagnostic& ScriptChecks::addAt(Code code, const CheckedLine& checked, std::u16s
     return add(code, checked, checked.line.placeOf(where), values);
 }
 
+const CommandMeanings& ScriptChecks::meanings() {
+    if (!meanings_.has_value()) {
+        meanings_.emplace(words, staging);
+    }
+    return *meanings_;
+}
+
 std::u16string_view ScriptChecks::markerName(std::u16string_view english) const {
     if (!namesCommandsByWords(language)) {
         return english;
