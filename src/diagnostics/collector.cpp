@@ -42,6 +42,8 @@ struct DiagnosticCollector::Work {
     TextRange card{0};
     std::u16string_view cardMarker;
 
+    TextRange offline{0}; // of the command that no "online" has ended
+
     void check(const CheckedLine& checked) {
         if (!needsCheck(*checks, checked)) {
             return;
@@ -57,6 +59,30 @@ struct DiagnosticCollector::Work {
 
     void add(Code code, TextRange range, TextValues values) {
         checks->found.push_back(makeDiagnostic(code, language, SourceKind::script, range, values));
+    }
+
+    // What stands between "offline" and "online" is not performed.
+    void followOffline(const CheckedLine& checked) {
+        const std::u16string_view name =
+            checked.isCommand() && checked.line.command()->taken ? checked.line.takenName() : u"";
+        const TextRange place = placeOfLine(checked);
+        if (name == u"offline" && offline.line != 0) {
+            add("S168", place, {decimalText(offline.line)});
+        } else if (name == u"offline") {
+            offline = place;
+        } else if (name == u"online" && offline.line == 0) {
+            add("S169", place, {});
+        } else if (name == u"online") {
+            offline.line = 0;
+        } else if (offline.line != 0 && checked.line.takenBy() == TakenBy::tag &&
+                   checked.line.file().use == FileUse::picture) {
+            add("S167", place, {decimalText(offline.line)});
+        }
+    }
+
+    static TextRange placeOfLine(const CheckedLine& checked) {
+        const LinePlace place = checked.line.placeOf(checked.line.trimmed).value_or(LinePlace{});
+        return {checked.outcome.number, place.start, place.units};
     }
 
     void tellLoneCard() {
@@ -130,12 +156,17 @@ void DiagnosticCollector::lineConverted(const ScriptLine& line, const LineOutcom
     } else if (outcome.card == CardStep::starts) {
         work.startCard(checked);
     }
+    work.followOffline(checked);
     work.check(checked);
 }
 
 void DiagnosticCollector::finished(const TvmlScript&) {
     Work& work = *work_;
     work.tellLoneCard();
+    if (work.offline.line != 0) {
+        work.add("S170", work.offline, {});
+    }
+    work.checks->tellCounts();
     work.checkPlayLine(work.request.playFrom, work.number);
     work.checkPlayLine(work.request.playTo, std::int64_t{work.number} + 1);
     work.checkTerminator();

@@ -46,6 +46,11 @@ struct ScriptChecks {
     Diagnostic& add(Code code, const CheckedLine& checked, std::optional<LinePlace> place,
                     TextValues values = {});
 
+    // What is told at its first place alone, with a count of the others at the end.
+    void addOnce(Code code, const CheckedLine& checked, std::u16string_view where,
+                 TextValues values);
+    void tellCounts();
+
     // As above, about a text that was read from the line.
     Diagnostic& addAt(Code code, const CheckedLine& checked, std::u16string_view where,
                       TextValues values = {});
@@ -57,6 +62,12 @@ struct ScriptChecks {
     std::u16string_view text(Message message) const { return textOf(message, language); }
 
 private:
+    struct Repeated {
+        Code code;
+        std::size_t first; // in `found`
+        std::size_t count;
+    };
+    std::vector<Repeated> repeated_;
     std::optional<CommandMeanings> meanings_;
 };
 

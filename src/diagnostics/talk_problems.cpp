@@ -3,7 +3,7 @@
 //
 // Any text can be spoken, so only what clearly looks like something else is
 // told: a warning about good speech is worse than none about bad.
-#include "diagnostics/script_problems.h"
+#include "diagnostics/layout_problems.h"
 
 #include <algorithm>
 #include <array>
@@ -73,7 +73,10 @@ char16_t firstUnitOr(const Word& word, char16_t fallback) {
 }
 
 // What writers type for a colon, besides a blank.
-constexpr std::u16string_view kNotColons = u";；=＝.．。、,，－-｡､‥…";
+constexpr std::u16string_view kNotColons = u";；=＝.．。、,，－-｡､‥…︓∶";
+
+// After these a sentence may go on, as in "スーパー、閉店です。".
+constexpr std::u16string_view kCommas = u"、,，､. 　－-";
 
 // Colours that supers do not have; the words are no ordinary remarks.
 constexpr std::array<std::u16string_view, 18> kOtherColours{
@@ -99,18 +102,43 @@ bool isSlipForColon(std::u16string_view rest, const KeywordTable& words) {
     return rest.empty() || words.isBlank(rest.front()) || kNotColons.find(rest.front()) != kNone;
 }
 
+// Whether what stands behind a marker or a letter reads like the rest of a
+// sentence: behind a comma up to a full stop, in English with a small letter, or
+// with the next item of a list. Behind a letter only a list does.
+bool continuesSentence(std::u16string_view rest, const KeywordTable& words, bool isWord = true) {
+    if (rest.empty() || kCommas.find(rest.front()) == kNone) {
+        return false;
+    }
+    const std::u16string_view next = trimScriptText(dropUnits(rest, 1), words);
+    if (next.empty()) {
+        return false;
+    }
+    const bool isStop = std::u16string_view(u"。．.!！?？").find(next.back()) != kNone;
+    const bool isFile = next.find(u'\\') != kNone || next.find(u'/') != kNone;
+    const bool isSmall = next.front() >= u'a' && next.front() <= u'z';
+    const bool isBlank = words.isBlank(rest.front());
+    const bool isListed = words.letterOf(next.front()) != 0 && !isBlank && next.front() >= 0x80;
+    const bool isNumber = foldedText(next.substr(0, 1)).front() >= u'0' &&
+                          foldedText(next.substr(0, 1)).front() <= u'9';
+    const bool goesOn = (isStop && !isBlank) || (isSmall && !isFile);
+    return (goesOn && isWord) || isListed || (isNumber && !isBlank);
+}
+
 // "title Evening news": a marker or a declared tag whose colon is missing.
 std::u16string_view uncolonedTag(const ScriptChecks& checks, std::u16string_view line) {
     for (std::size_t i = 0; i < kMarkerCount; ++i) {
         if (const MarkerSpelling* marker =
                 markerSpelling(static_cast<Marker>(i), line, checks.words)) {
-            const bool slip = isSlipForColon(dropUnits(line, marker->units), checks.words);
+            const std::u16string_view rest = dropUnits(line, marker->units);
+            const bool slip =
+                isSlipForColon(rest, checks.words) && !continuesSentence(rest, checks.words);
             return line.substr(0, slip ? marker->units : 0);
         }
     }
     std::u16string_view found;
     const auto look = [&](const TextMap::value_type& entry) {
-        if (isSlipForColon(line.substr(entry.first.size()), checks.words)) {
+        const std::u16string_view rest = line.substr(entry.first.size());
+        if (isSlipForColon(rest, checks.words) && !continuesSentence(rest, checks.words)) {
             found = line.substr(0, entry.first.size());
         }
         return !found.empty();
@@ -128,7 +156,11 @@ bool isUncolonedSpeaker(const ScriptChecks& checks, std::u16string_view line) {
         return false;
     }
     if (isOpening(line[1], checks.words)) {
-        return true;
+        const std::size_t end = line.find_first_of(u")）");
+        return end != kNone && commandOwner(checks, line.substr(2, end - 2)) != CommandOwner::none;
+    }
+    if (continuesSentence(line.substr(1), checks.words, false)) {
+        return false;
     }
     const bool isAscii = line.front() < 0x80;
     const bool mayBeText = isAscii && (line.front() == u'A' || line.front() == u'I' ||
@@ -168,7 +200,7 @@ bool isName(std::u16string_view head) {
 bool tellHead(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view line) {
     const std::u16string_view reach = line.substr(0, kLongestHead);
     const std::size_t colon = std::min(reach.find(u':'), checks.words[u"colon"].findUnitsIn(reach));
-    if (colon == kNone || line.substr(colon).starts_with(u"://") || --checks.suggestionsLeft < 0) {
+    if (colon == kNone || line.substr(colon).starts_with(u"://")) {
         return false;
     }
     const std::u16string_view head = trimScriptText(line.substr(0, colon), checks.words);
@@ -179,9 +211,13 @@ bool tellHead(ScriptChecks& checks, const CheckedLine& checked, std::u16string_v
         return true;
     }
     if (isName(head)) {
-        Diagnostic& found = checks.addAt("S120", checked, head, {head});
-        if (head.size() > 2) { // shorter ones are like too much
-            found.suggestions = closest.take();
+        // Shorter heads are like too much.
+        std::vector<std::u16string> tags =
+            head.size() > 2 ? closest.take() : std::vector<std::u16string>{};
+        if (tags.empty()) {
+            checks.addOnce("S120", checked, head, {head});
+        } else {
+            checks.addAt("S120", checked, head, {head}).suggestions = std::move(tags);
         }
         return true;
     }
@@ -212,10 +248,14 @@ bool tellMissingSpeaker(ScriptChecks& checks, const CheckedLine& checked) {
         return true;
     }
     if (isUncolonedSpeaker(checks, line)) {
-        checks.addAt("S119", checked, line.substr(0, 1), {line.substr(0, 1), u"A"});
+        const std::u16string_view sign = line.substr(1, 1);
+        const bool isKept = isOpening(sign.front(), checks.words);
+        checks.addAt("S119", checked, line.substr(0, isKept ? 1 : 2), {line.substr(0, 1), u"A"})
+            .suggestions = {std::u16string(line.substr(0, 1)) +
+                            (line.front() < 0x80 ? u':' : u'：')};
         return true;
     }
-    return tellHead(checks, checked, line);
+    return checkLayout(checks, checked) || tellHead(checks, checked, line);
 }
 
 // ---- brackets
@@ -305,9 +345,18 @@ std::u16string closestGroupWord(const ScriptChecks& checks, std::u16string_view 
     return {};
 }
 
+// ":-)" and ":(".
+bool isEmoticon(std::u16string_view line, std::u16string_view bracket) {
+    const std::size_t at = static_cast<std::size_t>(bracket.data() - line.data());
+    return bracket.data() >= line.data() && at > 0 && at < line.size() && line[at] < 0x80 &&
+           std::u16string_view(u":;-=^'8xX").find(line[at - 1]) != kNone;
+}
+
 void tellUnclosed(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view content,
                   const BracketScan& scan) {
-    checks.addAt("S124", checked, content.substr(scan.unclosed, 1));
+    if (!isEmoticon(checked.line.text, content.substr(scan.unclosed))) {
+        checks.addAt("S124", checked, content.substr(scan.unclosed, 1));
+    }
 }
 
 // A group in round brackets at the start or the end of the speech.
@@ -402,7 +451,8 @@ void tellRead(ScriptChecks& checks, const CheckedLine& checked) {
     for (const LineProblem& told : checked.line.problems) {
         if (told.what == ScriptProblem::speakerReplaced) {
             checks.addAt("S110", checked, told.where, {told.where, checks.characters()});
-        } else if (told.what == ScriptProblem::bracketUnopened) {
+        } else if (told.what == ScriptProblem::bracketUnopened &&
+                   !isEmoticon(checked.line.text, told.where)) {
             checks.addAt("S123", checked, told.where);
         }
     }
@@ -449,6 +499,7 @@ bool talkNeedsCheck(const ScriptChecks& checks, const ScriptLine& line) {
     const std::u16string_view text = line.text;
     // A sentence in other brackets is a quotation, and no command.
     return text.empty() || (line.kind == LineKind::other && mayLackSpeaker(checks, text)) ||
+           layoutNeedsCheck(checks, line) ||
            (line.kind == LineKind::character && mayHoldTag(checks, line)) ||
            (isOtherClosing(text.back()) &&
             findUnit(text, firstUnitOr(checks.words[u"kuten"], u'.')) == kNone) ||
@@ -463,6 +514,9 @@ void checkTalkLine(ScriptChecks& checks, const CheckedLine& checked) {
     }
     if (line.content.empty()) {
         checks.add("S136", checked, std::nullopt);
+        return;
+    }
+    if (checkContent(checks, checked)) {
         return;
     }
     const bool captioned = line.hasProblem(ScriptProblem::captionMakesTalk);
@@ -481,8 +535,10 @@ void checkTagLine(ScriptChecks& checks, const CheckedLine& checked) {
             checks.add("S138", checked, std::nullopt, {told.detail});
         }
     }
+    const std::size_t told = checks.found.size();
+    checkTagValue(checks, checked);
     ClosestNames closest(tag.colour);
-    if (!tag.colour.empty() && tag.colourSpec == nullptr &&
+    if (told == checks.found.size() && !tag.colour.empty() && tag.colourSpec == nullptr &&
         isColourLike(checks, tag.colour, closest)) {
         checks.addAt("S121", checked, tag.colour, {tag.colour}).suggestions = closest.take();
     }
@@ -515,6 +571,26 @@ Diagnostic& ScriptChecks::add(Code code, const CheckedLine& checked, std::option
 Diagnostic& ScriptChecks::addAt(Code code, const CheckedLine& checked, std::u16string_view where,
                                 TextValues values) {
     return add(code, checked, checked.line.placeOf(where), values);
+}
+
+void ScriptChecks::addOnce(Code code, const CheckedLine& checked, std::u16string_view where,
+                           TextValues values) {
+    const auto known = std::find_if(repeated_.begin(), repeated_.end(),
+                                    [code](const Repeated& each) { return each.code == code; });
+    if (known != repeated_.end()) {
+        ++known->count;
+        return;
+    }
+    repeated_.push_back({code, found.size(), 1});
+    addAt(code, checked, where, values);
+}
+
+void ScriptChecks::tellCounts() {
+    for (const Repeated& each : repeated_) {
+        if (each.count > 1) {
+            found[each.first].message += counted(Message::repeated_more, language, each.count - 1);
+        }
+    }
 }
 
 const CommandMeanings& ScriptChecks::meanings() {
