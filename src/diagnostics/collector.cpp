@@ -63,8 +63,12 @@ struct DiagnosticCollector::Work {
 
     // What stands between "offline" and "online" is not performed.
     void followOffline(const CheckedLine& checked) {
-        const std::u16string_view name =
-            checked.isCommand() && checked.line.command()->taken ? checked.line.takenName() : u"";
+        const bool isTaken = checked.isCommand() && checked.line.command()->taken;
+        const bool isTag = offline.line != 0 && checked.line.takenBy() == TakenBy::tag;
+        if (!isTaken && !isTag) {
+            return;
+        }
+        const std::u16string_view name = isTaken ? checked.line.takenName() : u"";
         const TextRange place = placeOfLine(checked);
         if (name == u"offline" && offline.line != 0) {
             add("S168", place, {decimalText(offline.line)});
@@ -74,8 +78,7 @@ struct DiagnosticCollector::Work {
             add("S169", place, {});
         } else if (name == u"online") {
             offline.line = 0;
-        } else if (offline.line != 0 && checked.line.takenBy() == TakenBy::tag &&
-                   checked.line.file().use == FileUse::picture) {
+        } else if (isTag && checked.line.file().use == FileUse::picture) {
             add("S167", place, {decimalText(offline.line)});
         }
     }

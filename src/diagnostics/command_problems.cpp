@@ -92,151 +92,44 @@ CommandOwner ownerOf(const CommandSpec* row) {
                                           : CommandOwner::none;
 }
 
-// ---- suggestions
-
-// "look at B" for a phrase about B, "walk 3 steps" for one with a 3.
-std::u16string spelledOut(const CommandSpec& row, std::u16string_view phrase) {
-    std::u16string text(row.name);
-    if (!row.name.ends_with(u' ')) {
-        return text;
-    }
-    const std::u16string_view unit = unitOf(row.arguments);
-    if (!unit.empty()) {
-        const std::size_t digit = phrase.find_first_of(u"0123456789");
-        const std::u16string_view rest = dropUnits(phrase, std::min(digit, phrase.size()));
-        const std::u16string_view number = rest.substr(0, rest.find_first_not_of(u"0123456789."));
-        text.append(number.empty() ? u"2" : number);
-        return text.append(u" ").append(unit).append(u"s");
-    }
-    const std::size_t blank = phrase.rfind(u' ');
-    const std::u16string_view last = phrase.substr(blank == kNone ? 0 : blank + 1);
-    const std::u16string_view letters = row.arguments == Arguments::letterPair ? u"AB" : u"A";
-    return text.append(last.size() == letters.size() ? last : letters);
-}
-
-// Commands that a line can give, those of the studio only without a speaker.
-bool isOffered(const CommandSpec& row, bool withStudio) {
-    return isOfCharacter(row) || (withStudio && row.taker == Taker::staging);
-}
-
-void offerEnglish(const ScriptChecks& checks, std::u16string_view head, bool withStudio,
-                  ClosestNames& closest) {
-    for (const CommandSpec& row : kCommands) {
-        if (isOffered(row, withStudio)) {
-            closest.offer(spelledOut(row, head));
-        }
-    }
-    for (const auto& [japanese, english] : checks.staging.poseNames) {
-        closest.offer(english);
-    }
-}
-
-// A row's word with the letters or the number of the head before it.
-std::u16string rowText(const CommandSpec& row, std::u16string_view word, std::u16string_view head,
-                       const KeywordTable& words) {
-    std::size_t units = lettersBefore(row.match);
-    if (row.match == Match::number) {
-        while (units < head.size() && !parseNumber(head.substr(0, units + 1), words).empty()) {
-            ++units;
-        }
-    }
-    std::u16string text(head.substr(0, std::min(units, head.size())));
-    const bool areLetters =
-        std::all_of(text.begin(), text.end(), [&](char16_t unit) { return words.isLetter(unit); });
-    if (row.match != Match::number && !areLetters) {
-        text.assign(u"ＡＢ", units);
-    }
-    return text.append(word);
-}
-
-void offerWords(const ScriptChecks& checks, std::u16string_view head, bool withStudio,
-                ClosestNames& closest) {
-    for (const CommandSpec& row : kCommands) {
-        if (!isOffered(row, withStudio)) {
-            continue;
-        }
-        for (const RowWord& word : row.words) {
-            closest.offer(rowText(row, checks.words[word.key].textOrEmpty(), head, checks.words));
-        }
-    }
-    for (const auto& [japanese, english] : checks.staging.poseNames) {
-        closest.offer(japanese);
-    }
-}
-
-std::vector<std::u16string> closestCommands(ScriptChecks& checks, const CheckedLine& checked,
-                                            std::u16string_view head) {
-    if (--checks.suggestionsLeft < 0) {
-        return {};
-    }
-    ClosestNames closest(head);
-    const bool withStudio = checked.speaker() == 0;
-    if (looksEnglish(head)) {
-        offerEnglish(checks, head, withStudio, closest);
-    } else {
-        offerWords(checks, head, withStudio, closest);
-    }
-    return closest.take();
-}
-
-std::vector<std::u16string> closestAdverbs(ScriptChecks& checks, std::u16string_view item) {
-    if (std::u16string meant = checks.meanings().adverbsMeantBy(item); !meant.empty()) {
-        return {std::move(meant)};
-    }
-    ClosestNames closest(item);
-    for (const AdverbRow& row : kAdverbRows) {
-        closest.offer(looksEnglish(item) ? row.english : checks.words[row.key].textOrEmpty());
-    }
-    return closest.take();
-}
-
-template <typename Map>
-std::vector<std::u16string> closestKeys(std::u16string_view given,
-                                        std::initializer_list<const Map*> maps) {
-    ClosestNames closest(given);
-    for (const Map* map : maps) {
-        for (const auto& [name, value] : *map) {
-            closest.offer(name);
-        }
-    }
-    return closest.take();
-}
-
-std::vector<std::u16string> closestModels(const ScriptChecks& checks, char16_t letter,
-                                          std::u16string_view given) {
-    static const ModelsByName kNoModels;
-    const auto modelsIn = [letter](const ModelTable& table) {
-        const auto models = table.find(letter);
-        return models == table.end() ? &kNoModels : &models->second;
-    };
-    return closestKeys<ModelsByName>(given, {modelsIn(checks.staging.modelsByJapaneseName),
-                                             modelsIn(checks.staging.modelsByEnglishName)});
-}
-
-std::vector<std::u16string> closestVoices(const ScriptChecks& checks, std::u16string_view given) {
-    ClosestNames closest(given);
-    for (const CommandSpec& row : kCommands) {
-        if (row.taker == Taker::voice) {
-            closest.offer(looksEnglish(given) ? row.name
-                                              : checks.words[row.words.begin()->key].textOrEmpty());
-        }
-    }
-    return closest.take();
-}
-
 bool isAdverb(const ScriptChecks& checks, std::u16string_view text) {
     return findAdverb(text, checks.words) != nullptr;
 }
 
 // ---- reasons
 
+// A finding about a part of a command. What the part may have meant goes before
+// what the whole command means, as "sit down" does.
+void tellPart(ScriptChecks& checks, const CheckedLine& checked, Code code,
+              std::u16string_view where, TextValues values, Suggestions meant = {}) {
+    const std::u16string_view head = headOf(checked.line.command()->inner, checks.words);
+    Suggestions whole = meant.empty() ? meantCommands(checks, checked, head) : Suggestions();
+    Diagnostic& found = checks.addAt(code, checked, whole.empty() ? where : head, values);
+    found.suggestions = whole.empty() ? std::move(meant) : std::move(whole);
+}
+
+std::u16string unitText(std::u16string_view unit) {
+    return std::u16string(unit).append(unit.ends_with(u's') ? u"" : u"s");
+}
+
+Suggestions oneText(std::u16string text) {
+    return text.empty() ? Suggestions() : Suggestions{std::move(text)};
+}
+
 void tellCondition(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
     const std::u16string_view head = headOf(checked.line.command()->inner, checks.words);
     // A command that took its line all the same only waits for what it needs.
     const Condition lacking =
         checked.line.command()->taken ? Condition::subImageBefore : told.command->condition;
-    checks.addAt("S112", checked, head,
-                 {head, checks.text(kLacks[static_cast<std::size_t>(lacking) - 1].text)});
+    // Of some commands there is another form for this number of characters.
+    Suggestions other =
+        lacking >= Condition::oneCharacter && lacking <= Condition::severalCharacters
+            ? meantCommands(checks, checked, head)
+            : Suggestions();
+    checks
+        .addAt("S112", checked, head,
+               {head, checks.text(kLacks[static_cast<std::size_t>(lacking) - 1].text)})
+        .suggestions = std::move(other);
 }
 
 bool isLatin(char16_t unit) {
@@ -261,9 +154,14 @@ void tellReplacedLetter(ScriptChecks& checks, const CheckedLine& checked, const 
     std::optional<LinePlace> place = checked.line.placeOf(told.where);
     const std::u16string_view written = wholeWord(checked.line.text, place, told.where);
     const bool pair = checked.line.hasProblem(ScriptProblem::pairReplaced);
-    checks.add("S109", checked, place,
-               {written, checks.characters(),
-                checks.text(pair ? Message::replaced_pair : Message::replaced_one)});
+    const std::u16string_view head = headOf(checked.line.command()->inner, checks.words);
+    const bool isWord = written.size() > 1;
+    Suggestions whole = isWord ? meantCommands(checks, checked, head) : Suggestions();
+    checks
+        .add("S109", checked, whole.empty() ? place : checked.line.placeOf(head),
+             {written, checks.characters(),
+              checks.text(pair ? Message::replaced_pair : Message::replaced_one)})
+        .suggestions = std::move(whole);
 }
 
 // Another character's letter, as wide as this one.
@@ -282,11 +180,41 @@ void tellReplacedPair(ScriptChecks& checks, const CheckedLine& checked, const Li
 
 void tellNumber(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
     const std::u16string_view number = told.where;
+    const std::u16string_view inner = checked.line.command()->inner;
+    std::u16string meant = suggestedNumber(checks, inner, number);
+    const bool isLast = inner.ends_with(number);
     // A sound number that ends the command lacks its unit.
-    const bool isNumber = !parseNumber(number, checks.words).empty() && number.front() != u'-' &&
-                          checked.line.command()->inner.ends_with(number);
-    checks.addAt(isNumber ? Code("S107") : Code("S106"), checked, number,
-                 {isNumber ? told.detail : number});
+    const bool isNumber =
+        !parseNumber(number, checks.words).empty() && number.front() != u'-' && isLast;
+    if (isNumber) {
+        meant.assign(number);
+    } else if (meant.starts_with(u'-') && unitText(told.detail) == u"seconds") {
+        meant.erase(0, 1);
+    }
+    const std::u16string unit = unitText(told.detail);
+    if (isLast && !meant.empty()) {
+        meant.append(u" ").append(unit);
+    } else if (!headOf(inner, checks.words).ends_with(unit)) {
+        meant.clear(); // the number alone would not do
+    }
+    tellPart(checks, checked, isNumber ? Code("S107") : Code("S106"), number,
+             {isNumber ? told.detail : number}, oneText(std::move(meant)));
+}
+
+// The colon in place of another sign or in front of the name. Of "change set" the
+// whole is meant.
+void tellMissingColon(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view unit) {
+    const std::u16string_view head = headOf(checked.line.command()->inner, checks.words);
+    if (commandOwner(checks, head) == CommandOwner::none &&
+        !meantCommands(checks, checked, head).empty()) {
+        return tellPart(checks, checked, "S105", unit, {});
+    }
+    const std::u16string_view own = checks.words[u"colon"].textOrEmpty();
+    std::u16string meant(looksEnglish(head) || own.empty() ? u":" : own);
+    const bool isSign = startsWithSeparator(unit, checks.words) ||
+                        std::u16string_view(u";；=＝").find(unit) != kNone;
+    meant.append(isSign ? std::u16string_view() : unit);
+    checks.addAt("S105", checked, unit).suggestions = {meant};
 }
 
 // The first empty item in a list of adverbs, with the separator that ends it.
@@ -317,15 +245,22 @@ bool isTailOfWord(const ScriptLine& line, std::u16string_view where) {
            isLatin(line.text[place->start - 1]);
 }
 
+// The adverb that was meant, with the separator in front of it.
+Suggestions separated(ScriptChecks& checks, std::u16string_view where) {
+    Suggestions adverbs = suggestedAdverbs(checks, where);
+    for (std::u16string& adverb : adverbs) {
+        adverb.insert(0, looksEnglish(where) ? u", " : checks.words[u"touten2"].textOrEmpty());
+    }
+    return adverbs;
+}
+
 // What stands behind a command without a separator: an adverb that lacks one, or
 // something that cannot stand there at all.
 void tellSeparator(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view where) {
-    std::vector<std::u16string> adverbs = closestAdverbs(checks, where);
-    if (!adverbs.empty() || isAdverb(checks, where)) {
-        checks.addAt("S104", checked, where, {where}).suggestions = std::move(adverbs);
-    } else {
-        checks.addAt("S130", checked, where, {where});
-    }
+    Suggestions adverbs = separated(checks, where);
+    const bool isOne = !adverbs.empty() || isAdverb(checks, where);
+    tellPart(checks, checked, isOne ? Code("S104") : Code("S130"), where, {where},
+             std::move(adverbs));
 }
 
 // One reason for which a command was not carried out. False for what says
@@ -335,7 +270,7 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
     const std::u16string_view where = told.where;
     switch (told.what) {
     case adverbUnknown:
-        checks.addAt("S102", checked, where, {where}).suggestions = closestAdverbs(checks, where);
+        checks.addAt("S102", checked, where, {where}).suggestions = suggestedAdverbs(checks, where);
         return true;
     case adverbMissing:
         checks.add("S103", checked, emptyItem(checked, where, checks.words));
@@ -347,19 +282,19 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
         tellSeparator(checks, checked, where);
         return true;
     case colonMissing:
-        checks.addAt("S105", checked, where.substr(0, 1));
+        tellMissingColon(checks, checked, where.substr(0, 1));
         return true;
     case numberInvalid:
         tellNumber(checks, checked, told);
         return true;
     case numberMissing:
-        checks.addAt("S106", checked, where, {where});
+        tellPart(checks, checked, "S106", where, {where});
         return true;
     case unitMissing:
-        checks.addAt("S107", checked, where, {told.detail});
+        tellPart(checks, checked, "S107", where, {told.detail}, oneText(unitText(told.detail)));
         return true;
     case letterInvalid:
-        checks.addAt("S108", checked, where, {where});
+        tellPart(checks, checked, "S108", where, {where});
         return true;
     case letterReplaced: { // nothing is used instead: the line writes nothing
         std::optional<LinePlace> place = checked.line.placeOf(where);
@@ -367,7 +302,7 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
         if (written.size() == 1) {
             tellReplacedLetter(checks, checked, told);
         } else {
-            checks.add("S108", checked, place, {written});
+            tellPart(checks, checked, "S108", where, {written});
         }
         return true;
     }
@@ -382,15 +317,14 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
         tellModelless(checks, checked, told);
         return true;
     case setUnknown:
-        checks.addAt("S114", checked, where, {where}).suggestions = closestKeys<TextMap>(
-            where, {&checks.staging.setFiles, &checks.staging.setEnglishFiles});
+        checks.addAt("S114", checked, where, {where}).suggestions = suggestedSets(checks, where);
         return true;
     case modelUnknown:
         checks.addAt("S115", checked, where, {where, letterText(checked.line.actor())})
-            .suggestions = closestModels(checks, checked.line.actor(), where);
+            .suggestions = suggestedModels(checks, checked.line.actor(), where);
         return true;
     case voiceUnknown:
-        checks.addAt("S116", checked, where, {where}).suggestions = closestVoices(checks, where);
+        checks.addAt("S116", checked, where, {where}).suggestions = suggestedVoices(checks, where);
         return true;
     case argumentsRefused:
         checks.addAt("S130", checked, where, {where});
@@ -430,7 +364,8 @@ bool tellUntaken(ScriptChecks& checks, const CheckedLine& checked) {
     });
     const CommandSpec* row = rowStarting(command.phrase);
     if (isNobodys) {
-        checks.addAt("S128", checked, head, {head});
+        checks.addAt("S128", checked, head, {head}).suggestions =
+            meantCommands(checks, checked, head);
     } else if (checked.speaker() != 0 && row != nullptr && row->taker == Taker::staging) {
         const std::u16string_view written = checked.line.trimmed;
         const std::size_t bracket = written.find_first_of(u"(（");
@@ -455,8 +390,9 @@ bool tellRecognition(ScriptChecks& checks, const CheckedLine& checked) {
     const std::u16string_view head = headOf(command.inner, checks.words);
     const std::u16string_view before = head.substr(0, recognition.position);
     const std::u16string_view shown = before.empty() ? head : before;
-    checks.addAt(recognition.outcome == Outcome::noLetter ? Code("S108") : Code("S106"), checked,
-                 shown, {shown});
+    const bool isLetter = recognition.outcome == Outcome::noLetter;
+    tellPart(checks, checked, isLetter ? Code("S108") : Code("S106"), shown, {shown},
+             isLetter ? Suggestions() : oneText(suggestedNumber(checks, head, shown)));
     return true;
 }
 
@@ -472,10 +408,12 @@ bool tellMissingSeparator(ScriptChecks& checks, const CheckedLine& checked,
         const bool adverbFirst = !adverbLast && isAdverb(checks, left) &&
                                  commandOwner(checks, right) != CommandOwner::none;
         if (adverbLast || adverbFirst) {
-            std::u16string meant(adverbLast ? left : right);
-            meant.append(looksEnglish(head) ? u", " : words[u"touten2"].textOrEmpty());
+            std::u16string meant(looksEnglish(head) ? u", " : words[u"touten2"].textOrEmpty());
             meant.append(adverbLast ? right : left);
-            checks.addAt("S104", checked, right, {right}).suggestions = {meant};
+            if (adverbFirst) {
+                meant.insert(0, right);
+            }
+            checks.addAt("S104", checked, adverbLast ? right : head, {right}).suggestions = {meant};
             return true;
         }
     }
@@ -545,7 +483,7 @@ void tellUnknown(ScriptChecks& checks, const CheckedLine& checked) {
     if (!tellForeignPose(checks, checked, head) && !tellMisplaced(checks, checked) &&
         !tellMissingSeparator(checks, checked, head) && !tellSurplus(checks, checked, head)) {
         checks.addAt("S101", checked, head, {head}).suggestions =
-            closestCommands(checks, checked, head);
+            suggestedCommands(checks, checked, head);
     }
 }
 
@@ -633,8 +571,9 @@ void offerMeant(ScriptChecks& checks, const CheckedLine& checked, std::size_t be
     }
     const MeantCommand meant =
         checks.meanings().meantBy(inner, checked.line.actor(), checks.lastCharacter);
-    if (meant.text.empty()) {
-        return;
+    const bool isOfStudio = commandOwner(checks, meant.text) == CommandOwner::studio;
+    if (meant.text.empty() || (isOfStudio && checked.speaker() != 0)) {
+        return; // the studio has no speaker
     }
     constexpr std::array kOwnText{Code("S103"), Code("S106"), Code("S107"), Code("S128")};
     constexpr std::array kOfList{Code("S102"), Code("S104")};
@@ -652,7 +591,9 @@ void offerMeant(ScriptChecks& checks, const CheckedLine& checked, std::size_t be
         whole.code = first.code;
         whole.message = std::move(first.message);
     }
-    whole.suggestions = {meant.text};
+    // What means the same besides, as a pose may, stays.
+    const bool isFirst = !first.suggestions.empty() && first.suggestions.front() == meant.text;
+    whole.suggestions = isFirst ? std::move(first.suggestions) : Suggestions{meant.text};
 }
 
 } // namespace

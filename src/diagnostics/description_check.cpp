@@ -483,7 +483,7 @@ private:
             return;
         case unknownElement:
             if (name != u"staging") { // told as what it is
-                checks_.add("D315", tag, {name}).suggestions = closestOf(name, elementNames());
+                checks_.add("D315", tag, {name}).suggestions = suggestedElements(name);
             }
             return;
         case xmlError:

@@ -1,10 +1,12 @@
-// Entries: meaningOf, attributesOf, elementNames.
+// Entries: meaningOf, attributesOf, elementNames, suggestedElements.
 #include "diagnostics/element_names.h"
 
 #include <algorithm>
 #include <array>
 #include <unordered_map>
 
+#include "diagnostics/meant_words.h"
+#include "diagnostics/suggestions.h"
 #include "staging/staging_elements.h"
 
 namespace tvml {
@@ -98,7 +100,50 @@ const Elements& allElements() {
     return kElements;
 }
 
+// A name as it is compared with words: without "_", "<" and the like.
+std::u16string elementKey(std::u16string_view name) {
+    std::u16string key = wordKey(name);
+    std::erase(key, u'_');
+    return key;
+}
+
+// The element of a command, of an adverb behind a comma or not.
+std::u16string elementOf(Sense sense, std::u16string_view target) {
+    if (sense != Sense::command) {
+        return std::u16string(target);
+    }
+    const std::u16string_view name = target.substr(0, target.find(u','));
+    return std::u16string(std::ranges::find(kCommands, name, &CommandSpec::name)->element);
+}
+
 } // namespace
+
+std::vector<std::u16string> suggestedElements(std::u16string_view name) {
+    if (name.size() > ClosestNames::kLongestGiven) {
+        return {};
+    }
+    const MeaningIndex& table = MeaningIndex::instance();
+    const std::u16string key = elementKey(name);
+    std::vector<std::u16string> found;
+    for (const Sense sense : {Sense::element, Sense::command}) {
+        for (const std::u16string& form : {wordKey(name), key}) {
+            for (const std::u16string_view target : table.find(sense, form)) {
+                const std::u16string element = elementOf(sense, target);
+                if (found.empty() && meaningOf(element).kind != ElementKind::unknown) {
+                    found.push_back(element);
+                }
+            }
+        }
+    }
+    if (!found.empty() || table.knows(key)) {
+        return found;
+    }
+    ClosestNames closest(name);
+    for (const std::u16string& element : elementNames()) {
+        closest.offer(element);
+    }
+    return closest.take();
+}
 
 ElementMeaning meaningOf(std::u16string_view name) {
     const auto& meanings = allElements().meanings;

@@ -38,6 +38,9 @@ std::span<const std::u16string_view> attributesOf(ElementKind kind);
 // All names, in the order of the tables.
 const std::vector<std::u16string>& elementNames();
 
+// What an unknown name was meant to be: by its meaning, else by its spelling.
+std::vector<std::u16string> suggestedElements(std::u16string_view name);
+
 } // namespace tvml
 
 #endif

@@ -7,9 +7,11 @@
 #include <algorithm>
 #include <array>
 
+#include "diagnostics/script_suggestions.h"
 #include "diagnostics/suggestions.h"
 #include "reading/brackets.h"
 #include "reading/script_text.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
@@ -575,43 +577,19 @@ bool tellSecondSpeaker(ScriptChecks& checks, const CheckedLine& checked,
 
 // ---- what tag lines show
 
-struct ColourWord {
-    std::u16string_view word;
-    std::u16string_view key; // of the colour
-};
-// clang-format off
-constexpr ColourWord kColourWords[] = {
-    {u"あか", u"red"}, {u"赤い", u"red"}, {u"紅", u"red"}, {u"朱", u"red"}, {u"朱色", u"red"}, {u"レッド", u"red"}, {u"真っ赤", u"red"}, {u"#ff0000", u"red"}, {u"ff0000", u"red"}, {u"crimson", u"red"}, {u"scarlet", u"red"},
-    {u"あお", u"blue"}, {u"青い", u"blue"}, {u"紺", u"blue"}, {u"紺色", u"blue"}, {u"藍", u"blue"}, {u"ブルー", u"blue"}, {u"#0000ff", u"blue"}, {u"navy", u"blue"}, {u"水色", u"blue"}, {u"cyan", u"blue"},
-    {u"みどり", u"green"}, {u"緑色", u"green"}, {u"グリーン", u"green"}, {u"黄緑", u"green"}, {u"#00ff00", u"green"}, {u"lime", u"green"},
-    {u"黄", u"yellow"}, {u"きいろ", u"yellow"}, {u"黄色い", u"yellow"}, {u"イエロー", u"yellow"}, {u"金", u"yellow"}, {u"金色", u"yellow"}, {u"gold", u"yellow"}, {u"#ffff00", u"yellow"},
-    {u"しろ", u"white"}, {u"白い", u"white"}, {u"ホワイト", u"white"}, {u"#ffffff", u"white"}, {u"くろ", u"black"}, {u"黒い", u"black"}, {u"ブラック", u"black"}, {u"#000000", u"black"},
-    {u"むらさき", u"purple"}, {u"紫色", u"purple"}, {u"パープル", u"purple"}, {u"magenta", u"purple"}, {u"violet", u"purple"}, {u"茶", u"brown"}, {u"ちゃいろ", u"brown"}, {u"ブラウン", u"brown"},
-    {u"だいだい", u"orange"}, {u"橙", u"orange"}, {u"橙色", u"orange"}, {u"オレンジ色", u"orange"}, {u"ｵﾚﾝｼﾞ", u"orange"}, {u"はいいろ", u"gray"}, {u"灰", u"gray"}, {u"グレー", u"gray"}, {u"ねずみ色", u"gray"}, {u"grey", u"gray"}, {u"silver", u"gray"}, {u"銀", u"gray"}, {u"ピンク", u"red"}, {u"桃色", u"red"}, {u"pink", u"red"},
-};
-// clang-format on
-
 // The name of the colour that a word means, as the loaded vocabulary has it.
-std::u16string_view colourMeantBy(const ScriptChecks& checks, std::u16string_view given) {
-    const std::u16string folded = foldedText(trimScriptText(given, checks.words));
-    const auto shown = [&](const ColourSpec& colour) {
-        const std::u16string_view word = checks.words[colour.word].textOrEmpty();
-        return looksEnglish(given) && given.find(u'#') == kNone ? colour.word.name() : word;
-    };
-    for (const ColourSpec& colour : kColours) {
-        if (folded == foldedText(checks.words[colour.word].textOrEmpty()) ||
-            folded == colour.word.name()) {
-            return shown(colour);
-        }
+std::u16string colourMeantBy(ScriptChecks& checks, std::u16string_view given) {
+    given = trimScriptText(given, checks.words);
+    const bool isColour =
+        std::any_of(kColours.begin(), kColours.end(), [&](const ColourSpec& colour) {
+            return given == checks.words[colour.word].textOrEmpty() || given == colour.word.name();
+        });
+    if (isColour) {
+        return std::u16string(given);
     }
-    for (const ColourWord& word : kColourWords) {
-        for (const ColourSpec& colour : kColours) {
-            if (foldedText(word.word) == folded && colour.word.name() == word.key) {
-                return shown(colour);
-            }
-        }
-    }
-    return {};
+    const bool isKnown = !checks.suggestions.meant().find(Sense::colour, given).targets.empty();
+    const Suggestions meant = isKnown ? suggestedColours(checks, given) : Suggestions{};
+    return meant.empty() ? std::u16string() : meant.front();
 }
 
 constexpr std::array<std::u16string_view, 9> kPictureEndings{
@@ -665,14 +643,14 @@ void tellColour(ScriptChecks& checks, const CheckedLine& checked, std::u16string
     const bool isRound = isClosing(trimmed.back(), words);
     const std::size_t open = pair != nullptr ? trimmed.rfind(pair->open) : kNone;
     if (open != kNone && open > 0) {
-        const std::u16string_view colour =
+        const std::u16string colour =
             colourMeantBy(checks, trimmed.substr(open + 1, trimmed.size() - open - 2));
         if (!colour.empty()) {
             tell(trimmed.substr(open), colour, trimmed.substr(0, open));
         }
     } else if (isRound && trimmed.size() < value.size()) {
         const Group group = lastGroup(trimmed, words);
-        const std::u16string_view colour =
+        const std::u16string colour =
             group.isEmpty() ? u""
                             : colourMeantBy(checks, innerOf(trimmed.substr(group.start), words));
         if (!colour.empty() && group.start > 0) {
@@ -680,7 +658,7 @@ void tellColour(ScriptChecks& checks, const CheckedLine& checked, std::u16string
         }
     } else if (isOpening(value.front(), words)) {
         const Group group = firstGroup(value, words);
-        const std::u16string_view colour =
+        const std::u16string colour =
             group.isEmpty() ? u""
                             : colourMeantBy(checks, innerOf(value.substr(0, group.end), words));
         const std::u16string_view rest =
@@ -690,8 +668,9 @@ void tellColour(ScriptChecks& checks, const CheckedLine& checked, std::u16string
         }
     } else {
         const std::size_t last = value.find_last_of(u"(（");
-        const std::u16string_view colour =
-            last == kNone || last == 0 ? u"" : colourMeantBy(checks, value.substr(last + 1));
+        const std::u16string colour = last == kNone || last == 0
+                                          ? std::u16string()
+                                          : colourMeantBy(checks, value.substr(last + 1));
         if (!colour.empty()) {
             tell(value.substr(last), colour, value.substr(0, last));
         }
@@ -711,17 +690,71 @@ void tellUselessColour(ScriptChecks& checks, const CheckedLine& checked,
 
 } // namespace
 
+namespace {
+
+bool endsSentence(char16_t unit) {
+    return unit == u'。' || unit == u'.' || unit == u'！' || unit == u'？' || unit == u'!' ||
+           unit == u'?' || unit == u'」';
+}
+
+// What the first units tell of a line without a speaker.
+bool beginsOddly(std::u16string_view line) {
+    const char16_t first = line.front();
+    if (first < 0x80) {
+        return first == u'#' || first == u'/' || first == u'*' || first == u'-' || first == u'=' ||
+               first == u'<' || first == u'_' || first == u'~' || isUpper(line[1]) ||
+               line.starts_with(u"Scene ") || line.starts_with(u"Act ");
+    }
+    // Kana, kanji and what else Japanese sentences begin with, but for scenes.
+    const bool isWordUnit =
+        isKanaOrKanji(first) && first != u'第' && first != u'シ' && first != u'〇';
+    const bool isQuote = line.back() == u'」' || line.back() == u'』';
+    return !isWordUnit || isQuote || line[1] == u'　' ||
+           (line.size() > 4 && (line[2] == u'　' || line[3] == u'　' || line[4] == u'　'));
+}
+
+// The word of a caption behind a sentence.
+bool holdsBareCaption(const ScriptChecks& checks, std::u16string_view content) {
+    const std::u16string_view word = checks.words[u"caption"].textOrEmpty();
+    const std::size_t at = word.empty() ? kNone : findUnit(content, word.front());
+    return at != kNone && content.substr(at).starts_with(word) &&
+           !isOpening(content[at == 0 ? 0 : at - 1], checks.words);
+}
+
+} // namespace
+
 bool layoutNeedsCheck(const ScriptChecks& checks, const ScriptLine& line) {
-    const std::u16string_view text = line.text;
     const std::u16string_view content = line.content;
-    if (content.empty() || line.kind == LineKind::other) {
+    if (content.size() < 2) {
         return true;
     }
-    return content.size() <= kLongestBare || closedBy(content.back()) != nullptr ||
-           isColon(content.front(), checks.words) || isColon(content[1], checks.words) ||
-           isClosing(content[content.size() - 2], checks.words) ||
-           isClosing(content.back(), checks.words) || isOpening(content.front(), checks.words) ||
-           text.find(checks.words[u"caption"].textOrEmpty()) != kNone;
+    const char16_t last = content.back();
+    const char16_t beforeLast = content[content.size() - 2];
+    const bool ends = endsSentence(last);
+    const auto isSign = [&](char16_t unit) { return checks.signs.test(unit & 0xFFu); };
+    if (ends && !isSign(beforeLast) && !isSign(content.front()) && !isSign(content[1])) {
+        return line.kind == LineKind::other && beginsOddly(content); // most speech ends here
+    }
+    const bool closes = isClosing(last, checks.words);
+    const bool isShort = content.size() <= kLongestBare && !ends && !closes;
+    if (isShort || last == u'*' || last == u'_' || last == u'”' ||
+        isClosing(beforeLast, checks.words) || isOpening(content.front(), checks.words)) {
+        return true;
+    }
+    if (closes) { // one caption alone is right
+        const char16_t open = checks.words[u"kakko"].textOrEmpty().substr(0, 1).empty()
+                                  ? u'('
+                                  : checks.words[u"kakko"].textOrEmpty().front();
+        const std::size_t first = findUnit(content, open);
+        const std::size_t second = first == kNone ? kNone : findUnit(content, open, first + 1);
+        if (second != kNone && isClosing(content[second - 1], checks.words)) {
+            return true;
+        }
+    }
+    return line.kind == LineKind::other
+               ? beginsOddly(content)
+               : isColon(content.front(), checks.words) || isColon(content[1], checks.words) ||
+                     (!ends && !closes && holdsBareCaption(checks, content));
 }
 
 bool checkLayout(ScriptChecks& checks, const CheckedLine& checked) {
@@ -762,13 +795,7 @@ void checkTagValue(ScriptChecks& checks, const CheckedLine& checked) {
     if (const FileUse use = checked.line.file().use; use != FileUse::none) {
         return tellFileName(checks, checked, tag.value, use);
     }
-    if (tag.colourSpec != nullptr) {
-        return;
-    }
-    const std::u16string_view meant = colourMeantBy(checks, tag.colour);
-    if (!tag.colour.empty() && !meant.empty()) {
-        checks.addAt("S121", checked, tag.colour, {tag.colour}).suggestions = {
-            std::u16string(meant)};
+    if (tag.colourSpec != nullptr || !tag.colour.empty()) {
         return;
     }
     const std::u16string_view name = checked.line.takenName();

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "diagnostics/everyday_words.h"
+#include "diagnostics/meanings.h"
 #include "diagnostics/suggestions.h"
 #include "reading/command_spec.h"
 #include "reading/script_text.h"
@@ -84,19 +85,11 @@ bool takesLetters(const CommandSpec& row) {
     return row.match == Match::letter || row.match == Match::twoLetters;
 }
 
-constexpr bool everyTargetExists() {
-    const auto isCommand = [](const EverydayWord& word) {
-        return std::any_of(kCommands.begin(), kCommands.end(),
-                           [&](const CommandSpec& row) { return row.name == word.meant; });
-    };
-    const auto isAdverb = [](const EverydayWord& word) {
-        return std::any_of(kAdverbRows.begin(), kAdverbRows.end(),
-                           [&](const AdverbRow& row) { return row.english == word.meant; });
-    };
-    return std::all_of(std::begin(kEverydayCommands), std::end(kEverydayCommands), isCommand) &&
-           std::all_of(std::begin(kEverydayAdverbs), std::end(kEverydayAdverbs), isAdverb);
+// Rows that are a word alone, and mean a command alone.
+bool isPlainRow(const MeaningRow& row, Sense sense) {
+    return row.sense == sense && row.word.find_first_of(u"@#") == kNone &&
+           row.means.find(u',') == kNone;
 }
-static_assert(everyTargetExists());
 
 } // namespace
 
@@ -155,8 +148,11 @@ void CommandMeanings::addCommands() {
             add(words_[word.key].textOrEmpty(), Kind::command, row);
         }
     }
-    for (const EverydayWord& word : kEverydayCommands) {
-        add(word.word, Kind::command, rowNamed(word.meant));
+    for (const MeaningRow& row : kMeanings) {
+        if (isPlainRow(row, tvml::Sense::command) &&
+            !followsColon(kCommands[rowNamed(row.means)].arguments)) {
+            add(row.word, Kind::command, rowNamed(row.means));
+        }
     }
 }
 
@@ -165,8 +161,10 @@ void CommandMeanings::addAdverbs() {
         add(kAdverbRows[row].english, Kind::adverb, row);
         add(words_[kAdverbRows[row].key].textOrEmpty(), Kind::adverb, row);
     }
-    for (const EverydayWord& word : kEverydayAdverbs) {
-        add(word.word, Kind::adverb, adverbNamed(word.meant));
+    for (const MeaningRow& row : kMeanings) {
+        if (isPlainRow(row, tvml::Sense::adverb)) {
+            add(row.word, Kind::adverb, adverbNamed(row.means));
+        }
     }
 }
 
@@ -286,6 +284,9 @@ bool CommandMeanings::take(const Sense& sense, Parsed& parsed) const {
 // Every word must have a meaning, or nothing is known of what is meant.
 bool CommandMeanings::parse(std::u16string_view inner, Parsed& parsed) const {
     const std::u16string folded = foldedText(inner);
+    if (folded.size() != inner.size()) { // half-width kana: places are those of the folded text
+        inner = folded;
+    }
     for (std::size_t at = 0; at < folded.size();) {
         const Sense* const sense = longestAt(folded, at);
         const bool isWord = sense != nullptr && sense->kind != Kind::filler;

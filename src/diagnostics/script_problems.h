@@ -12,6 +12,7 @@
 
 #include "diagnostics/finding.h"
 #include "diagnostics/meant_command.h"
+#include "diagnostics/script_suggestions.h"
 #include "run/events.h"
 
 namespace tvml {
@@ -35,8 +36,9 @@ struct ScriptChecks {
     const char16_t lastCharacter;
     const Language language;
     std::bitset<256> tagStarts;    // the low bytes of the first units of declared tags
+    std::bitset<256> signs;        // the low bytes of all brackets and colons
     std::bitset<26> toldModelless; // characters whose missing model was told
-    int suggestionsLeft = 2000;    // keeps a script of nothing but mistakes fast
+    SuggestionMemory suggestions;
     std::vector<Diagnostic> found;
 
     // Made when the first command needs it.

@@ -4,6 +4,12 @@
 #include <algorithm>
 #include <array>
 
+#ifdef _WIN32
+#include "platform/windows_api.h"
+#else
+#include <unicode/unorm2.h>
+#endif
+
 namespace tvml {
 namespace {
 
@@ -19,18 +25,106 @@ bool sharesStart(std::u16string_view text, std::u16string_view name) {
     return units >= (english ? 4U : 2U) && 2 * units >= text.size() + (english ? 1 : 0);
 }
 
-bool isKanji(char16_t unit) {
-    return unit >= 0x3400 && unit <= 0x9FFF;
+// Compatibility forms as the characters that they stand for, marks joined with
+// their kana, in small letters; the text itself when that fails.
+std::u16string compatibleText(std::u16string_view text) {
+    std::u16string result(3 * text.size() + 18, u'\0'); // no character gives more
+#ifdef _WIN32
+    const int size =
+        NormalizeString(NormalizationKC, reinterpret_cast<const wchar_t*>(text.data()),
+                        static_cast<int>(text.size()), reinterpret_cast<wchar_t*>(result.data()),
+                        static_cast<int>(result.size()));
+    const bool failed = size <= 0;
+#else
+    UErrorCode status = U_ZERO_ERROR;
+    const UNormalizer2* const folding = unorm2_getNFKCCasefoldInstance(&status);
+    const std::int32_t size =
+        U_FAILURE(status)
+            ? 0
+            : unorm2_normalize(folding, text.data(), static_cast<std::int32_t>(text.size()),
+                               result.data(), static_cast<std::int32_t>(result.size()), &status);
+    const bool failed = U_FAILURE(status);
+#endif
+    if (failed) {
+        return std::u16string(text);
+    }
+    result.resize(static_cast<std::size_t>(size));
+    return result;
 }
 
-// Short words with kanji that have none in common mean different things, however
-// few changes lie between them: 走る and 座る.
-bool isOtherKanjiWord(std::u16string_view text, std::u16string_view name) {
+bool isKatakana(char16_t unit) {
+    return unit >= u'ァ' && unit <= u'ー';
+}
+
+// What is typed for a long vowel.
+bool isDash(char16_t unit) {
+    return unit == u'-' || (unit >= 0x2010 && unit <= 0x2015) || unit == 0x2212 || unit == u'一';
+}
+
+bool isKanji(char16_t unit) {
+    return unit == u'々' || (unit >= 0x3400 && unit <= 0x9FFF);
+}
+
+bool holdsKanji(std::u16string_view text) {
+    return std::ranges::any_of(text, isKanji);
+}
+
+bool isKana(std::u16string_view text) {
+    return std::ranges::all_of(text, isKatakana);
+}
+
+bool shareKanji(std::u16string_view a, std::u16string_view b) {
+    return std::ranges::any_of(
+        a, [&](char16_t unit) { return isKanji(unit) && b.find(unit) != b.npos; });
+}
+
+bool shareAnEnd(std::u16string_view a, std::u16string_view b) {
+    return a.front() == b.front() || a.back() == b.back();
+}
+
+std::u16string_view takeEnglishWord(std::u16string_view& rest) {
+    const std::size_t end = std::min(rest.find(u' '), rest.size());
+    const std::u16string_view word = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    return word;
+}
+
+// Of a phrase each word must be like the one that stands at its place: "stop
+// music" is no slip for "stop shaking".
+bool wordsAreLike(std::u16string_view a, std::u16string_view b) {
+    if (std::ranges::count(a, u' ') != std::ranges::count(b, u' ')) {
+        return true;
+    }
+    while (!a.empty() && !b.empty()) {
+        const std::u16string_view one = takeEnglishWord(a);
+        const std::u16string_view other = takeEnglishWord(b);
+        const std::size_t limit =
+            std::max<std::size_t>(1, closeLimit(std::max(one.size(), other.size())));
+        if (editDistance(one, other, limit) > limit) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Whether two texts at this distance may be one word with a slip. The shorter a
+// word, the more another one is near by chance.
+bool mayBeSlip(std::u16string_view given, std::u16string_view name, std::size_t distance) {
+    if (distance == 0) {
+        return true;
+    }
     constexpr std::size_t kShort = 3;
-    return text.size() <= kShort && std::any_of(text.begin(), text.end(), isKanji) &&
-           std::none_of(text.begin(), text.end(), [&](char16_t unit) {
-               return isKanji(unit) && name.find(unit) != name.npos;
-           });
+    const std::size_t shorter = std::min(given.size(), name.size());
+    if (looksEnglish(given) && looksEnglish(name)) {
+        return wordsAreLike(given, name) && (shorter > 3 || shareAnEnd(given, name));
+    }
+    if (isKana(given) && isKana(name)) {
+        return distance <= 1 && shareAnEnd(given, name);
+    }
+    if (holdsKanji(given) || holdsKanji(name)) {
+        return shorter > kShort || shareKanji(given, name);
+    }
+    return true;
 }
 
 } // namespace
@@ -68,17 +162,15 @@ std::size_t editDistance(std::u16string_view a, std::u16string_view b, std::size
 }
 
 std::u16string foldedText(std::u16string_view text) {
-    std::u16string folded(text);
-    for (char16_t& unit : folded) {
-        if (unit >= 0xFF01 && unit <= 0xFF5E) {
-            unit = static_cast<char16_t>(unit - 0xFF01 + u'!');
-        } else if (unit == 0x3000) {
-            unit = u' ';
-        }
+    std::u16string folded = looksEnglish(text) ? std::u16string(text) : compatibleText(text);
+    for (std::size_t i = 0; i < folded.size(); ++i) {
+        char16_t& unit = folded[i];
         if (unit >= u'A' && unit <= u'Z') {
             unit = static_cast<char16_t>(unit + 32);
         } else if (unit >= u'ぁ' && unit <= u'ゖ') {
             unit = static_cast<char16_t>(unit + (u'ァ' - u'ぁ'));
+        } else if (i > 0 && isDash(unit) && isKatakana(folded[i - 1])) {
+            unit = u'ー';
         }
     }
     return folded;
@@ -108,12 +200,9 @@ void ClosestNames::offer(std::u16string_view name, std::u16string_view shown) {
     // A text that holds the whole name, or is a good part of it, is close, too.
     const bool holdsName = folded.size() >= 2 && given_.find(folded) != given_.npos;
     const bool isPart = given_.size() >= 2 && folded.find(given_) != folded.npos;
-    if (distance <= limit && distance > 0 && isOtherKanjiWord(given_, folded)) {
-        return;
-    }
     if (distance > limit && (holdsName || isPart || sharesStart(given_, folded))) {
         distance = limit + 1;
-    } else if (distance > limit) {
+    } else if (distance > limit || !mayBeSlip(given_, folded, distance)) {
         return;
     }
     const auto same = std::find_if(names_.begin(), names_.end(),

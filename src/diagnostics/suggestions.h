@@ -13,7 +13,8 @@ namespace tvml {
 // `b` of `a`, or `limit` + 1 when it takes more than `limit`.
 std::size_t editDistance(std::u16string_view a, std::u16string_view b, std::size_t limit);
 
-// ASCII capitals in lower case, full-width ASCII as ASCII, hiragana as katakana.
+// The text as names are compared: letters small, full-width and half-width forms
+// as the usual ones, kana with their marks in one, hiragana as katakana.
 std::u16string foldedText(std::u16string_view text);
 
 // Whether the text is written in ASCII, so that its writer uses English names.

@@ -78,12 +78,6 @@ constexpr std::u16string_view kNotColons = u";；=＝.．。、,，－-｡､‥
 // After these a sentence may go on, as in "スーパー、閉店です。".
 constexpr std::u16string_view kCommas = u"、,，､. 　－-";
 
-// Colours that supers do not have; the words are no ordinary remarks.
-constexpr std::array<std::u16string_view, 18> kOtherColours{
-    u"紅",       u"朱",       u"紺",       u"ピンク",   u"レッド",   u"ブルー",
-    u"グリーン", u"ホワイト", u"ブラック", u"イエロー", u"パープル", u"ブラウン",
-    u"グレー",   u"pink",     u"grey",     u"cyan",     u"magenta",  u"gold"};
-
 bool isOpening(char16_t unit, const KeywordTable& words) {
     return unit == u'(' || words[u"kakko"].holds(unit);
 }
@@ -168,6 +162,10 @@ bool isUncolonedSpeaker(const ScriptChecks& checks, std::u16string_view line) {
     return isSlipForColon(line.substr(1), checks.words) && (!mayBeText || line[1] == u';');
 }
 
+// With a spent memory only so many tags are looked at, so that a head costs a
+// bounded time.
+constexpr std::size_t kMostTags = 100;
+
 ClosestNames closestTags(const ScriptChecks& checks, std::u16string_view head) {
     ClosestNames closest(head);
     for (const MarkerSpec& marker : kMarkers) {
@@ -180,7 +178,12 @@ ClosestNames closestTags(const ScriptChecks& checks, std::u16string_view head) {
     for (const MarkerSpec& marker : kMarkers) {
         closest.offer(marker.name);
     }
+    std::size_t left =
+        checks.suggestions.isSpent() ? kMostTags : checks.staging.tags.tagNames.size();
     for (const auto& [japanese, english] : checks.staging.tags.tagNames) {
+        if (left-- == 0) {
+            break;
+        }
         closest.offer(japanese);
         closest.offer(english);
     }
@@ -204,24 +207,24 @@ bool tellHead(ScriptChecks& checks, const CheckedLine& checked, std::u16string_v
         return false;
     }
     const std::u16string_view head = trimScriptText(line.substr(0, colon), checks.words);
+    const Suggestions meant = suggestedTags(checks, head);
     ClosestNames closest = closestTags(checks, head);
     const std::size_t limit = head.size() < 6 ? 1 : head.size() < 10 ? 2 : 3;
-    if (closest.distance() <= limit && head.size() > 2) {
-        checks.addAt("S118", checked, head, {head}).suggestions = closest.take();
-        return true;
+    const bool isNear = closest.distance() <= limit && head.size() > 2;
+    if (!isNear && !isName(head) && meant.empty()) {
+        return false;
     }
-    if (isName(head)) {
-        // Shorter heads are like too much.
-        std::vector<std::u16string> tags =
-            head.size() > 2 ? closest.take() : std::vector<std::u16string>{};
-        if (tags.empty()) {
-            checks.addOnce("S120", checked, head, {head});
-        } else {
-            checks.addAt("S120", checked, head, {head}).suggestions = std::move(tags);
-        }
-        return true;
+    std::vector<std::u16string> tags = meant;
+    if (tags.empty() && head.size() > 2) { // shorter ones are like too much
+        tags = closest.take();
     }
-    return false;
+    if (!isNear && tags.empty()) {
+        checks.addOnce("S120", checked, head, {head});
+    } else {
+        checks.addAt(isNear ? Code("S118") : Code("S120"), checked, head, {head}).suggestions =
+            std::move(tags);
+    }
+    return true;
 }
 
 // A cheap look that leaves out nearly all good lines without a speaker.
@@ -316,7 +319,30 @@ bool isCommandText(const ScriptChecks& checks, const CheckedLine& checked,
            (owner == CommandOwner::studio && checked.speaker() == 0);
 }
 
-// The word that a bracket group at the end of speech was meant to begin with.
+// Round brackets of the language that the text is in.
+std::u16string bracketed(const KeywordTable& words, std::u16string_view text) {
+    const bool isEnglish = looksEnglish(text.substr(0, 1));
+    const std::u16string_view own = words[u"kakko"].textOrEmpty().substr(0, 1);
+    const std::u16string_view closing = words[u"toji_kakko"].textOrEmpty().substr(0, 1);
+    std::u16string whole(isEnglish || own.empty() ? u"(" : own);
+    return whole.append(text).append(isEnglish || closing.empty() ? u")" : closing);
+}
+
+// The caption that a group was meant to be: the word, a colon, and what stands
+// behind the first `units` of the group.
+std::u16string captionGroup(const KeywordTable& words, std::u16string_view word,
+                            std::u16string_view group, std::size_t units) {
+    std::u16string_view text = dropAndTrim(group, units, words);
+    while (!text.empty() &&
+           (isColon(text.front(), words) || kNotColons.find(text.front()) != kNone)) {
+        text = dropAndTrim(text, 1, words);
+    }
+    const std::u16string_view own = words[u"colon"].textOrEmpty();
+    const bool isEnglish = looksEnglish(word) || own.empty();
+    return bracketed(words, std::u16string(word).append(isEnglish ? u": " : own).append(text));
+}
+
+// What a bracket group at the end of speech was meant to be.
 std::u16string closestGroupWord(const ScriptChecks& checks, std::u16string_view group) {
     const KeywordTable& words = checks.words;
     std::size_t colon = 0;
@@ -331,7 +357,7 @@ std::u16string closestGroupWord(const ScriptChecks& checks, std::u16string_view 
         const std::size_t limit = closeLimit(word.size());
         if (uncoloned ||
             (colon < group.size() && editDistance(head, foldedText(word), limit) <= limit)) {
-            return std::u16string(word) + (word == captionWord ? u"：" : u":");
+            return captionGroup(words, word, group, uncoloned ? word.size() : colon);
         }
     }
     for (const std::u16string_view word :
@@ -339,7 +365,7 @@ std::u16string closestGroupWord(const ScriptChecks& checks, std::u16string_view 
           std::u16string_view(u"no blocking"), std::u16string_view(u"blocking")}) {
         const std::size_t limit = std::max(word.size(), head.size()) / 3;
         if (colon == group.size() && editDistance(head, word, limit) <= limit) {
-            return std::u16string(word);
+            return bracketed(words, word);
         }
     }
     return {};
@@ -467,21 +493,28 @@ void tellRead(ScriptChecks& checks, const CheckedLine& checked) {
     }
 }
 
+// Names that are no remark in brackets: known ones, those of colours that supers
+// do not have, and slips.
 bool isColourLike(const ScriptChecks& checks, std::u16string_view name, ClosestNames& closest) {
     for (const ColourSpec& colour : kColours) {
         const std::u16string_view word = checks.words[colour.word].textOrEmpty();
         closest.offer(colour.word.name());
         if (word.size() > 1) {
             closest.offer(word);
-        } else if (name.starts_with(word) && name.ends_with(u'色')) {
-            closest.offer(name, word);
         }
     }
     constexpr std::size_t kClose = 2;
     return (closest.distance() <= kClose && name.size() > 2) ||
-           (name.ends_with(u'色') && name.size() <= 5) ||
-           std::find(kOtherColours.begin(), kOtherColours.end(), foldedText(name)) !=
-               kOtherColours.end();
+           (name.ends_with(u'色') && name.size() <= 5);
+}
+
+void checkColour(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view name) {
+    const bool isKnown = !checks.suggestions.meant().find(Sense::colour, name).targets.empty();
+    ClosestNames closest(name);
+    if (isKnown || isColourLike(checks, name, closest)) {
+        checks.addAt("S121", checked, name, {name}).suggestions =
+            isKnown ? suggestedColours(checks, name) : closest.take();
+    }
 }
 
 } // namespace
@@ -537,10 +570,8 @@ void checkTagLine(ScriptChecks& checks, const CheckedLine& checked) {
     }
     const std::size_t told = checks.found.size();
     checkTagValue(checks, checked);
-    ClosestNames closest(tag.colour);
-    if (told == checks.found.size() && !tag.colour.empty() && tag.colourSpec == nullptr &&
-        isColourLike(checks, tag.colour, closest)) {
-        checks.addAt("S121", checked, tag.colour, {tag.colour}).suggestions = closest.take();
+    if (told == checks.found.size() && !tag.colour.empty() && tag.colourSpec == nullptr) {
+        checkColour(checks, checked, tag.colour);
     }
     if (checked.line.file().use != FileUse::none && tag.value.empty()) {
         checks.addAt("S137", checked, tag.name, {tag.name});
@@ -549,7 +580,14 @@ void checkTagLine(ScriptChecks& checks, const CheckedLine& checked) {
 
 ScriptChecks::ScriptChecks(const Programme& programme, Language theLanguage)
     : reader(programme.reader), words(programme.reader.words()), staging(programme.staging),
-      lastCharacter(programme.lastCharacter), language(theLanguage) {
+      lastCharacter(programme.lastCharacter), language(theLanguage), suggestions(words) {
+    for (const std::u16string_view units :
+         {std::u16string_view(u"():"), words[u"kakko"].textOrEmpty(),
+          words[u"toji_kakko"].textOrEmpty(), words[u"colon"].textOrEmpty()}) {
+        for (const char16_t unit : units) {
+            signs.set(unit & 0xFFu);
+        }
+    }
     for (const TextMap* names : {&staging.tags.tagNames, &staging.tags.tagTexts}) {
         for (const auto& [name, value] : *names) {
             tagStarts.set(name.front() & 0xFFu);

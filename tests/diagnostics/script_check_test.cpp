@@ -72,9 +72,9 @@ TEST(ScriptCheck, Commands) {
 TEST(ScriptCheck, TalkAndTags) {
     constexpr Row kRows[] = {
         {u"Ａ：ありがとう（お辞儀）\n", "1:8 S126 [（お辞儀）]", ""},
-        {u"Ａ：こんにちは（同時に）\n", "1:8 S122 [（同時に）]", "同時"},
+        {u"Ａ：こんにちは（同時に）\n", "1:8 S122 [（同時に）]", "（同時）"},
         {u"A: hello (Caption: x)\n", "1:10 S122 [(Caption: x)]", "(caption: x)"},
-        {u"A: say \"hi\" (captoin: x)\n", "1:13 S122 [(captoin: x)]", "caption:"},
+        {u"A: say \"hi\" (captoin: x)\n", "1:13 S122 [(captoin: x)]", "(caption: x)"},
         {u"Title: news\n", "1:1 S118 [Title]", "title"},
         {u"たいとる：ニュース\n", "1:1 S118 [たいとる]", "タイトル"},
         {u"flsah: news\n", "1:1 S118 [flsah]", "flash"},
@@ -86,7 +86,7 @@ TEST(ScriptCheck, TalkAndTags) {
         {u"サブタイトル：a\nタイトル：b\n", "", ""},
         {u"B: flash : fire\n", "1:4 S142 [flash]", ""},
         {u"Ａ ：タイトル：夕方のニュース\n", "1:4 S142 [タイトル]", ""},
-        {u"image: a.jpg\n", "1:1 S120 [image]", "bgimage, subimage"},
+        {u"image: a.jpg\n", "1:1 S120 [image]", "subimage"},
     };
     for (const Row& row : kRows) {
         expectTold(row);
