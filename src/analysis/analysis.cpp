@@ -17,7 +17,10 @@ void append(std::vector<Diagnostic>& all, std::vector<Diagnostic> more) {
 
 Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
                  const platform::Platform& platform) {
-    const ConversionRequest& conversion = request.conversion;
+    ConversionRequest conversion = request.conversion;
+    if (wants.problems || wants.elements) {
+        conversion.parsed = parseDescription(conversion.description);
+    }
     DiagnosticCollector problems(conversion, request.language);
     StoryRecorder stories(wants.stories.first, wants.stories.last);
     SourceMapRecorder map;
@@ -44,12 +47,12 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
                checkVocabulary(request.words, *wants.vocabulary, request.language));
     }
     if (wants.problems) {
-        append(result.problems,
-               checkDescription(conversion.description, request.words, platform, request.language));
+        append(result.problems, checkDescription(conversion.description, request.words, platform,
+                                                 request.language, conversion.parsed));
         append(result.problems, problems.take());
     }
     if (wants.elements) {
-        result.elements = elementPlaces(conversion.description);
+        result.elements = elementPlaces(conversion.description, conversion.parsed);
     }
     result.stories = stories.take();
     result.lineCount = stories.lineCount();

@@ -1,8 +1,9 @@
-// What a description has wrong. Entries: checkDescription, elementPlaces.
+// What a description has wrong. Entries: parseDescription, checkDescription,
+// elementPlaces.
 //
-// The description is read twice: by the reader that conversions use, whose log
-// and tables tell what counts, and element by element for what the reader has
-// no reason to look at, such as names that it does not know.
+// The document is walked twice: by the reader that conversions use, whose log and
+// tables tell what counts, and element by element for what the reader has no
+// reason to look at, such as names that it does not know.
 #include <algorithm>
 #include <array>
 #include <map>
@@ -12,6 +13,7 @@
 #include "diagnostics/suggestions.h"
 #include "reading/command_recognition.h"
 #include "reading/script_text.h"
+#include "staging/xml_reader.h"
 
 namespace tvml {
 namespace {
@@ -41,17 +43,20 @@ std::vector<std::u16string> closestOf(std::u16string_view given, const Names& na
 class DescriptionCheck {
 public:
     DescriptionCheck(std::u16string_view description, const KeywordTable& words,
-                     const platform::Platform& platform, Language language)
+                     const platform::Platform& platform, Language language,
+                     std::shared_ptr<const XmlDocument> parsed)
         : checks_(words, upToTerminator(description), language), platform_(platform),
-          commands_(words), cut_(checks_.source.text().size() < description.size()) {}
+          commands_(words), cut_(checks_.source.text().size() < description.size()),
+          parsed_(std::move(parsed)) {}
 
     std::vector<Diagnostic> run() {
         if (isBlankText(checks_.source.text()) && !cut_) {
             return {};
         }
+        parsed_ = parsed_ != nullptr ? parsed_ : parseDescription(checks_.source.text());
         checks_.lastCharacter =
             DescriptionReader(checks_.words, platform_, staging_, templates_, log_)
-                .readFilDescription(checks_.source.text(), {true, &tags_});
+                .readFilDescription(parsed_);
         walk();
         tellLog();
         if (!broken_) {
@@ -69,15 +74,16 @@ private:
     const KeywordTable& words() const { return checks_.words; }
 
     std::u16string_view tagOf(std::size_t number) const {
-        return number == 0 || number > tags_.size() ? std::u16string_view{}
-                                                    : tagAt(tags_[number - 1]);
+        const std::vector<XmlTag>& tags = parsed_->tags;
+        return number == 0 || number > tags.size() ? std::u16string_view{}
+                                                   : tagAt(tags[number - 1]);
     }
     std::u16string_view tagAt(XmlTag tag) const { return checks_.source.textOf(tag); }
 
     // ---- the walk over the elements
 
     void walk() {
-        XMLParser xml(checks_.source.text(), XmlOptions{true});
+        XMLParser xml(parsed_);
         while (xml.nextNode()) {
             if (xml.nodeKind() == NodeKind::element) {
                 visit(xml);
@@ -516,7 +522,7 @@ private:
     StagingDescription staging_;
     TemplateDb templates_;
     DiagnosticLog log_;
-    std::vector<XmlTag> tags_;
+    std::shared_ptr<const XmlDocument> parsed_;
     std::size_t elements_ = 0;
     bool stagingSeen_ = false;
     bool broken_ = false;
@@ -533,13 +539,19 @@ private:
 } // namespace
 
 std::vector<Diagnostic> checkDescription(std::u16string_view description, const KeywordTable& words,
-                                         const platform::Platform& platform, Language language) {
-    return DescriptionCheck(description, words, platform, language).run();
+                                         const platform::Platform& platform, Language language,
+                                         std::shared_ptr<const XmlDocument> parsed) {
+    return DescriptionCheck(description, words, platform, language, std::move(parsed)).run();
 }
 
-std::vector<ElementPlace> elementPlaces(std::u16string_view description) {
+std::shared_ptr<const XmlDocument> parseDescription(std::u16string_view description) {
+    return parseXml(upToTerminator(description), XmlOptions{true});
+}
+
+std::vector<ElementPlace> elementPlaces(std::u16string_view description,
+                                        std::shared_ptr<const XmlDocument> parsed) {
     const DescriptionSource source(upToTerminator(description));
-    XMLParser xml(source.text(), XmlOptions{true});
+    XMLParser xml(parsed != nullptr ? std::move(parsed) : parseDescription(description));
     std::vector<ElementPlace> places;
     while (xml.nextNode()) {
         if (xml.nodeKind() != NodeKind::element) {
