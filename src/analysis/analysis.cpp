@@ -22,7 +22,10 @@ bool isBrokenDescription(const Diagnostic& found) {
 
 Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
                  const platform::Platform& platform) {
-    const ConversionRequest& conversion = request.conversion;
+    ConversionRequest conversion = request.conversion;
+    if (wants.problems || wants.elements) {
+        conversion.parsed = parseDescription(conversion.description);
+    }
     DiagnosticCollector problems(conversion, request.language);
     StoryRecorder stories(wants.stories.first, wants.stories.last);
     SourceMapRecorder map;
@@ -49,8 +52,8 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
                checkVocabulary(request.words, *wants.vocabulary, request.language));
     }
     if (wants.problems) {
-        append(result.problems,
-               checkDescription(conversion.description, request.words, platform, request.language));
+        append(result.problems, checkDescription(conversion.description, request.words, platform,
+                                                 request.language, conversion.parsed));
         std::vector<Diagnostic> ofScript = problems.take();
         if (std::any_of(result.problems.begin(), result.problems.end(), isBrokenDescription)) {
             dropConsequences(ofScript, conversion.script, conversion.description, request.language);
@@ -58,7 +61,7 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
         append(result.problems, std::move(ofScript));
     }
     if (wants.elements) {
-        result.elements = elementPlaces(conversion.description);
+        result.elements = elementPlaces(conversion.description, conversion.parsed);
     }
     result.stories = stories.take();
     result.lineCount = stories.lineCount();

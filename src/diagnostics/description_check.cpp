@@ -1,8 +1,9 @@
-// What a description has wrong. Entries: checkDescription, elementPlaces.
+// What a description has wrong. Entries: parseDescription, checkDescription,
+// elementPlaces.
 //
-// The description is read twice: by the reader that conversions use, whose log
-// and tables tell what counts, and element by element for what the reader has
-// no reason to look at, such as names that it does not know.
+// The document is walked twice: by the reader that conversions use, whose log and
+// tables tell what counts, and element by element for what the reader has no
+// reason to look at, such as names that it does not know.
 #include <algorithm>
 #include <array>
 #include <map>
@@ -14,6 +15,7 @@
 #include "reading/command_recognition.h"
 #include "reading/marker_spec.h"
 #include "reading/script_text.h"
+#include "staging/xml_reader.h"
 
 namespace tvml {
 namespace {
@@ -46,17 +48,20 @@ std::vector<std::u16string> closestOf(std::u16string_view given, const Names& na
 class DescriptionCheck {
 public:
     DescriptionCheck(std::u16string_view description, const KeywordTable& words,
-                     const platform::Platform& platform, Language language)
+                     const platform::Platform& platform, Language language,
+                     std::shared_ptr<const XmlDocument> parsed)
         : checks_(words, upToTerminator(description), language), platform_(platform),
-          commands_(words), cut_(checks_.source.text().size() < description.size()) {}
+          commands_(words), cut_(checks_.source.text().size() < description.size()),
+          parsed_(std::move(parsed)) {}
 
     std::vector<Diagnostic> run() {
         if (isBlankText(checks_.source.text()) && !cut_) {
             return {};
         }
+        parsed_ = parsed_ != nullptr ? parsed_ : parseDescription(checks_.source.text());
         checks_.lastCharacter =
             DescriptionReader(checks_.words, platform_, staging_, templates_, log_)
-                .readFilDescription(checks_.source.text(), {true, &tags_});
+                .readFilDescription(parsed_);
         walk();
         tellLog();
         if (!broken_) {
@@ -75,15 +80,16 @@ private:
     const KeywordTable& words() const { return checks_.words; }
 
     std::u16string_view tagOf(std::size_t number) const {
-        return number == 0 || number > tags_.size() ? std::u16string_view{}
-                                                    : tagAt(tags_[number - 1]);
+        const std::vector<XmlTag>& tags = parsed_->tags;
+        return number == 0 || number > tags.size() ? std::u16string_view{}
+                                                   : tagAt(tags[number - 1]);
     }
     std::u16string_view tagAt(XmlTag tag) const { return checks_.source.textOf(tag); }
 
     // ---- the walk over the elements
 
     void walk() {
-        XMLParser xml(checks_.source.text(), XmlOptions{true});
+        XMLParser xml(parsed_);
         while (xml.nextNode()) {
             if (xml.nodeKind() == NodeKind::element) {
                 visit(xml);
@@ -252,9 +258,13 @@ private:
     void checkSwitch(const ElementFacts& element) {
         const std::u16string_view text = trimScriptText(*element.text, words());
         if (text != u"toggle" && text != u"random") {
+            std::vector<std::u16string> meant = closestOf(
+                text, std::array{std::u16string_view(u"toggle"), std::u16string_view(u"random")});
+            if (meant.empty()) { // who writes something wants no chance
+                meant = {u"toggle", u"random"};
+            }
             checks_.add("D320", placeInBody(element, text), {text, u"random"}).suggestions =
-                closestOf(text, std::array{std::u16string_view(u"toggle"),
-                                           std::u16string_view(u"random")});
+                std::move(meant);
         }
     }
 
@@ -276,8 +286,10 @@ private:
         const std::u16string_view preferred = element.attribute(u"default");
         const std::u16string_view choice = trimScriptText(preferred, words());
         if (!choice.empty() && choice != u"yes" && choice != u"no") {
-            checks_.add("D320", preferred, {choice, u"no"}).suggestions = closestOf(
-                choice, std::array{std::u16string_view(u"yes"), std::u16string_view(u"no")});
+            const bool meansYes = choice == u"true" || choice == u"on" || choice == u"1" ||
+                                  choice == u"はい" || foldedText(choice) == u"yes";
+            checks_.add("D320", preferred, {choice, u"no"}).suggestions = {meansYes ? u"yes"
+                                                                                    : u"no"};
         }
         checkNumbers(element);
         const std::u16string_view given = element.attribute(u"character");
@@ -302,9 +314,33 @@ private:
             const bool isNumber = digits.find_first_not_of(u"0123456789.") == kNone &&
                                   std::count(digits.begin(), digits.end(), u'.') <= 1;
             if (!value.empty() && value != u"*" && (digits.empty() || !isNumber)) {
-                checks_.add("D337", value, {value, name});
+                checks_.add("D337", value, {value, name}).suggestions = numberMeantBy(value);
             }
         }
+    }
+
+    // "1,2" and "１．２" as 1.2; nothing for what is no number in any form.
+    static std::vector<std::u16string> numberMeantBy(std::u16string_view value) {
+        std::u16string meant = foldedText(value);
+        std::replace(meant.begin(), meant.end(), u',', u'.');
+        const bool isNumber = !meant.empty() && meant.find_first_not_of(u"0123456789.-") == kNone &&
+                              std::count(meant.begin(), meant.end(), u'.') <= 1;
+        return isNumber ? std::vector{meant} : std::vector<std::u16string>{};
+    }
+
+    // How many characters "２", "二人" and "02" mean.
+    static std::vector<std::u16string> countMeantBy(std::u16string_view text) {
+        constexpr std::u16string_view kKanji = u"〇一二三四五六七八九";
+        std::u16string meant = foldedText(text);
+        meant.erase(0, std::min(meant.find_first_not_of(u'0'), meant.size()));
+        const std::size_t kanji = meant.empty() ? kNone : kKanji.find(meant.front());
+        const std::size_t digits = meant.find_first_not_of(u"0123456789");
+        if (kanji != kNone && kanji > 0) {
+            return {std::u16string(1, static_cast<char16_t>(u'0' + kanji))};
+        }
+        meant = meant.substr(0, digits);
+        return meant.empty() || meant.size() > 2 ? std::vector<std::u16string>{}
+                                                 : std::vector{meant};
     }
 
     // Of several the last one counts.
@@ -449,7 +485,7 @@ private:
             checks_.add("D301", tag);
             return;
         case badNumber:
-            checks_.add("D302", behind(tag, name), {name});
+            checks_.add("D302", behind(tag, name), {name}).suggestions = countMeantBy(name);
             return;
         case noText:
             tellNoText(tag, name);
@@ -725,7 +761,7 @@ private:
     StagingDescription staging_;
     TemplateDb templates_;
     DiagnosticLog log_;
-    std::vector<XmlTag> tags_;
+    std::shared_ptr<const XmlDocument> parsed_;
     std::size_t elements_ = 0;
     bool stagingSeen_ = false;
     bool broken_ = false;
@@ -743,13 +779,19 @@ private:
 } // namespace
 
 std::vector<Diagnostic> checkDescription(std::u16string_view description, const KeywordTable& words,
-                                         const platform::Platform& platform, Language language) {
-    return DescriptionCheck(description, words, platform, language).run();
+                                         const platform::Platform& platform, Language language,
+                                         std::shared_ptr<const XmlDocument> parsed) {
+    return DescriptionCheck(description, words, platform, language, std::move(parsed)).run();
 }
 
-std::vector<ElementPlace> elementPlaces(std::u16string_view description) {
+std::shared_ptr<const XmlDocument> parseDescription(std::u16string_view description) {
+    return parseXml(upToTerminator(description), XmlOptions{true});
+}
+
+std::vector<ElementPlace> elementPlaces(std::u16string_view description,
+                                        std::shared_ptr<const XmlDocument> parsed) {
     const DescriptionSource source(upToTerminator(description));
-    XMLParser xml(source.text(), XmlOptions{true});
+    XMLParser xml(parsed != nullptr ? std::move(parsed) : parseDescription(description));
     std::vector<ElementPlace> places;
     while (xml.nextNode()) {
         if (xml.nodeKind() != NodeKind::element) {

@@ -146,6 +146,7 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"S168", Severity::warning, ExampleKind::script, u"（オフライン）\n（オフライン）\n（オンライン）\n"},
     DiagnosticRow{"S169", Severity::note, ExampleKind::script, u"（オンライン）\n"},
     DiagnosticRow{"S170", Severity::warning, ExampleKind::script, u"（オフライン）\n"},
+    DiagnosticRow{"S171", Severity::warning, ExampleKind::script, u"・Ａ：こんにちは。\n"},
 
     // ---- V: the vocabulary
     DiagnosticRow{"V201", Severity::error, ExampleKind::vocabulary, u";title=タイトル\n"},

@@ -71,10 +71,15 @@ std::vector<Diagnostic> checkScript(const ConversionRequest& request, const Keyw
                                     const platform::Platform& platform,
                                     Language language = Language::en);
 
+// A description parsed as the functions below, and the conversion, take it; each
+// parses it itself when none is given.
+std::shared_ptr<const XmlDocument> parseDescription(std::u16string_view description);
+
 // What the description has wrong; nothing when it is empty.
 std::vector<Diagnostic> checkDescription(std::u16string_view description, const KeywordTable& words,
                                          const platform::Platform& platform,
-                                         Language language = Language::en);
+                                         Language language = Language::en,
+                                         std::shared_ptr<const XmlDocument> parsed = nullptr);
 
 // What the loaded words have wrong. `iniText` is the text of the file that they
 // were loaded from; it gives the places.
@@ -93,7 +98,8 @@ struct ElementPlace {
     std::int32_t line = 0; // 0 when it cannot be known
     std::size_t column = 0;
 };
-std::vector<ElementPlace> elementPlaces(std::u16string_view description);
+std::vector<ElementPlace> elementPlaces(std::u16string_view description,
+                                        std::shared_ptr<const XmlDocument> parsed = nullptr);
 
 // ---- what counts
 

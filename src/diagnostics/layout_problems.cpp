@@ -138,7 +138,8 @@ bool isSceneWord(std::u16string_view line) {
     const bool isNumbered = (line.starts_with(u"Scene ") || line.starts_with(u"SCENE ") ||
                              line.starts_with(u"ACT ") || line.starts_with(u"Act ")) &&
                             line.size() < 40;
-    return (starts && line.size() < 60) || isNumbered || (scene != kNone && line.size() < 24);
+    return (starts && line.size() < 60) || isNumbered ||
+           (scene != kNone && line.size() < 24 && kSentenceEnds.find(line.back()) == kNone);
 }
 
 LineSign signOf(std::u16string_view line) {
@@ -309,14 +310,28 @@ bool isPlayLine(std::u16string_view line, std::size_t& units) {
            line[upper + 1] == u' ';
 }
 
+// "・Ａ：", "> Ａ：" and what cannot be seen in front of a speaker.
 bool tellInvisible(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view line) {
-    const std::size_t first = line.find_first_not_of(kInvisible);
+    std::size_t first = line.find_first_not_of(kInvisible);
+    const bool isInvisible = first != 0;
+    if (!isInvisible) {
+        first = line.find_first_not_of(u"・>＞\"“*•-－ 　1234567890１２３４５６７８９０.．）)");
+    }
     if (first == 0 || first == kNone) {
         return false;
     }
     const std::u16string_view rest = line.substr(first);
     const std::u16string_view head = headBeforeColon(checks, rest);
     const std::size_t units = head.empty() ? 0 : head.size();
+    const char16_t letter = units == 2 ? checks.words.letterOf(rest.front()) : u'\0';
+    if (!isInvisible && (letter == 0 || letter > checks.lastCharacter)) {
+        return false;
+    }
+    if (!isInvisible) {
+        checks.addAt("S171", checked, line.substr(0, first + units), {line.substr(0, first)})
+            .suggestions = {std::u16string(head)};
+        return true;
+    }
     checks.addAt("S157", checked, line.substr(0, first + units)).suggestions = {
         std::u16string(rest.substr(0, std::max<std::size_t>(units, 1)))};
     return true;
@@ -430,7 +445,9 @@ bool tellMisplacedGroup(ScriptChecks& checks, const CheckedLine& checked,
         if (!rest.empty() && !inner.empty() && !isOpening(rest.front(), words) &&
             isEndGroup(checks, inner)) {
             checks.addAt("S158", checked, content, {content.substr(0, group.end)}).suggestions = {
-                std::u16string(rest).append(captionGroup(checks, inner))};
+                std::u16string(rest)
+                    .append(looksEnglish(rest) ? u" " : u"")
+                    .append(captionGroup(checks, inner))};
             return true;
         }
     }
@@ -442,8 +459,9 @@ bool tellMisplacedGroup(ScriptChecks& checks, const CheckedLine& checked,
             group.isEmpty() || group.start == 0 ? u"" : innerOf(before.substr(group.start), words);
         if (!inner.empty() && isEndGroup(checks, inner)) {
             checks.addAt("S158", checked, content, {before.substr(group.start)}).suggestions = {
-                std::u16string(content.substr(0, group.start))
+                std::u16string(trimScriptText(content.substr(0, group.start), words))
                     .append(content.substr(last + 1))
+                    .append(looksEnglish(content) ? u" " : u"")
                     .append(captionGroup(checks, inner))};
             return true;
         }
@@ -553,6 +571,31 @@ bool tellBareCaption(ScriptChecks& checks, const CheckedLine& checked,
         }
     }
     return false;
+}
+
+// "（お辞儀", "お辞儀）", "（お辞儀］" and "（お辞儀）。".
+bool tellHalfBracketed(ScriptChecks& checks, const CheckedLine& checked,
+                       std::u16string_view content) {
+    constexpr std::u16string_view kEnds = u"）)］]】」。．.";
+    std::u16string_view inner = content;
+    const bool opens = isOpening(inner.front(), checks.words);
+    inner.remove_prefix(opens ? 1 : 0);
+    const std::size_t before = inner.size();
+    while (!inner.empty() && kEnds.find(inner.back()) != kNone) {
+        inner.remove_suffix(1);
+    }
+    const bool closes = inner.size() < before && (opens || isClosing(content.back(), checks.words));
+    if (!opens && !closes) {
+        return false;
+    }
+    const CommandOwner owner = bareOwner(checks, trimScriptText(inner, checks.words));
+    if (owner == CommandOwner::none || (owner == CommandOwner::studio && checked.speaker() != 0)) {
+        return false;
+    }
+    const std::u16string meant = bracketed(trimScriptText(inner, checks.words));
+    const Code code = !closes ? Code("S124") : opens ? Code("S126") : Code("S123");
+    checks.addAt(code, checked, content, {content}).suggestions = {meant};
+    return true;
 }
 
 // "Ｂ：：こんにちは" and "Ａ：Ｂ：こんにちは".
@@ -784,7 +827,8 @@ bool checkContent(ScriptChecks& checks, const CheckedLine& checked) {
            (checked.speaker() != 0 && tellBareCommand(checks, checked, content)) ||
            tellOtherSigns(checks, checked, content) ||
            tellMisplacedGroup(checks, checked, content) ||
-           tellEndGroups(checks, checked, content) || tellBareCaption(checks, checked, content);
+           tellEndGroups(checks, checked, content) || tellBareCaption(checks, checked, content) ||
+           tellHalfBracketed(checks, checked, content);
 }
 
 void checkTagValue(ScriptChecks& checks, const CheckedLine& checked) {

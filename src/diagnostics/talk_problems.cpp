@@ -541,6 +541,12 @@ bool talkNeedsCheck(const ScriptChecks& checks, const ScriptLine& line) {
 
 void checkTalkLine(ScriptChecks& checks, const CheckedLine& checked) {
     const ScriptLine& line = checked.line;
+    const std::size_t told = checks.found.size();
+    if (line.hasProblem(ScriptProblem::bracketUnopened) && checkContent(checks, checked)) {
+        return;
+    }
+    checks.found.erase(checks.found.begin() + static_cast<std::ptrdiff_t>(told),
+                       checks.found.end());
     tellRead(checks, checked);
     if (line.kind == LineKind::other && tellMissingSpeaker(checks, checked)) {
         return;

@@ -29,7 +29,7 @@ ConversionRun::ConversionRun(const KeywordTable& words, const TvmlIniMirvol& set
 
 TvmlScript ConversionRun::convert(const ConversionRequest& request) {
     run_.random = RandomGenerator(platform_.secondsNow());
-    readDescription(upToTerminator(request.description));
+    readDescription(request);
     run_.resolveModels();
     applyCharacterSpeeds(run_);
     for (const PlainElement text : {PlainElement::setting, PlainElement::opening}) {
@@ -48,10 +48,12 @@ TvmlScript ConversionRun::convert(const ConversionRequest& request) {
     return script;
 }
 
-void ConversionRun::readDescription(std::u16string_view description) {
+void ConversionRun::readDescription(const ConversionRequest& request) {
     DiagnosticLog log;
     DescriptionReader reader(words_, platform_, run_.staging, run_.templates, log);
-    run_.state.lastCharacter = reader.readFilDescription(description);
+    run_.state.lastCharacter = request.parsed != nullptr
+                                   ? reader.readFilDescription(request.parsed)
+                                   : reader.readFilDescription(upToTerminator(request.description));
     if (run_.listeners != nullptr) {
         run_.listeners->tell(
             Programme{reader_, run_.staging, run_.templates, run_.state.lastCharacter, log});

@@ -3,6 +3,7 @@
 #define TVML_FILTER_CONVERSION_RUN_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -26,6 +27,7 @@ struct ConversionRequest {
     std::int32_t playFrom = kNoLine; // "playfromhere()" comes before this line
     std::int32_t playTo = kNoLine;   // "end()" comes after this line
     std::u16string_view description;
+    std::shared_ptr<const XmlDocument> parsed{}; // the description, if that was done
 };
 
 class ConversionRun {
@@ -41,7 +43,7 @@ public:
     TvmlScript convert(const ConversionRequest& request);
 
 private:
-    void readDescription(std::u16string_view description);
+    void readDescription(const ConversionRequest& request);
     void convertLines(const ConversionRequest& request);
     void convertLine(std::u16string_view text, bool isPlain);
     void writeLine(bool isPlain);

@@ -473,19 +473,18 @@ DescriptionReader::DescriptionReader(const KeywordTable& words, const platform::
                                      DiagnosticLog& log)
     : words_(words), platform_(platform), staging_(staging), templates_(templates), log_(log) {}
 
-char16_t DescriptionReader::readFilDescription(std::u16string_view description,
-                                               ReadingOptions options) {
-    const auto xml = guarded(words_[u"fail_create_xmlparser"], platform_, __LINE__, [&] {
-        return std::make_unique<XMLParser>(description, XmlOptions{options.keepPositions});
-    });
+char16_t DescriptionReader::readFilDescription(std::u16string_view description) {
+    return readFilDescription(guarded(words_[u"fail_create_xmlparser"], platform_, __LINE__,
+                                      [&] { return parseXml(description); }));
+}
+
+char16_t DescriptionReader::readFilDescription(std::shared_ptr<const XmlDocument> parsed) {
     return guarded(words_[u"fail_analyze_xml"], platform_, __LINE__, [&] {
-        const char16_t lastCharacter = Walk(*this, *xml).run();
-        if (options.elementPositions != nullptr) {
-            *options.elementPositions = xml->tags();
-        }
-        if (xml->error().has_value()) {
-            log_.add(DescriptionProblem::xmlError, xml->error()->message,
-                     {xml->error()->offset, 0, 0});
+        XMLParser xml(std::move(parsed));
+        const char16_t lastCharacter = Walk(*this, xml).run();
+        if (xml.error().has_value()) {
+            log_.add(DescriptionProblem::xmlError, xml.error()->message,
+                     {xml.error()->offset, 0, 0});
         }
         return lastCharacter;
     });

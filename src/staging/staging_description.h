@@ -139,11 +139,6 @@ private:
     std::vector<Entry> entries_;
 };
 
-struct ReadingOptions {
-    bool keepPositions = false;
-    std::vector<XmlTag>* elementPositions = nullptr; // receives them, when kept
-};
-
 // Reads the description text, fills `staging` and `templates` (both must be
 // new) and returns the programme's last character. A failure of the XML
 // machinery raises a TvmlException; what was read before stays.
@@ -152,7 +147,8 @@ public:
     DescriptionReader(const KeywordTable& words, const platform::Platform& platform,
                       StagingDescription& staging, TemplateDb& templates, DiagnosticLog& log);
 
-    char16_t readFilDescription(std::u16string_view description, ReadingOptions options = {});
+    char16_t readFilDescription(std::u16string_view description);
+    char16_t readFilDescription(std::shared_ptr<const XmlDocument> parsed);
 
 private:
     class Walk;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "staging/xml_fault.h"
+#include "staging/xml_limits.h"
 
 namespace tvml {
 namespace {
@@ -16,10 +17,6 @@ constexpr std::u16string_view kXmlnsNamespace = u"http://www.w3.org/2000/xmlns/"
 // What may stand in a name, but not first.
 bool canBeFirst(char16_t unit) {
     return !(unit >= u'0' && unit <= u'9') && unit != u'-' && unit != u'.' && unit != u'\u00B7';
-}
-
-bool declaresNamespace(std::u16string_view name) {
-    return name == kXmlns || QualifiedName(name).prefix == kXmlns;
 }
 
 } // namespace
@@ -37,31 +34,33 @@ void checkWithoutColon(std::u16string_view name) {
              u"colon is illegal in names when namespaces are enabled");
 }
 
-void Namespaces::open(std::u16string_view element,
-                      const std::vector<XmlNode::Attribute>& attributes, std::size_t specified) {
+bool Namespaces::concern(std::u16string_view name) {
+    return name == kXmlns || name.find(u':') != name.npos;
+}
+
+void Namespaces::open(std::u16string_view element, const std::vector<Attribute>& attributes,
+                      std::size_t depth) {
     checkQualified(element);
-    marks_.push_back(declared_.size());
-    for (std::size_t i = 0; i < attributes.size(); ++i) {
-        if (i < specified) {
-            checkQualified(attributes[i].name);
+    for (const Attribute& attribute : attributes) {
+        if (attribute.isSpecified) {
+            checkQualified(attribute.name);
         }
-        if (declaresNamespace(attributes[i].name)) {
-            declare(attributes[i]);
+        if (attribute.name == kXmlns || QualifiedName(attribute.name).prefix == kXmlns) {
+            declare(attribute, depth);
         }
     }
     namespaceOf(QualifiedName(element).prefix);
-    checkAttributes(attributes, specified);
+    checkAttributes(attributes);
 }
 
-void Namespaces::close() {
-    while (declared_.size() > marks_.back()) {
-        declared_.back()->second.pop_back();
+void Namespaces::close(std::size_t depth) {
+    while (!declared_.empty() && declared_.back().depth == depth) {
+        declared_.back().at->second.pop_back();
         declared_.pop_back();
     }
-    marks_.pop_back();
 }
 
-void Namespaces::declare(const XmlNode::Attribute& attribute) {
+void Namespaces::declare(const Attribute& attribute, std::size_t depth) {
     const QualifiedName name(attribute.name);
     const bool hasPrefix = !name.prefix.empty();
     const bool isXml = hasPrefix && name.local == kXml;
@@ -74,9 +73,11 @@ void Namespaces::declare(const XmlNode::Attribute& attribute) {
     checkXml(isXml || attribute.value != kXmlNamespace,
              u"no other prefix can stand for the namespace of 'xml'");
     if (hasPrefix) {
+        prefixCount_ += attribute.isSpecified ? 1 : 0;
+        checkXml(prefixCount_ <= kMostNamespaces, u"there are too many namespaces");
         const auto at = prefixes_.try_emplace(std::u16string(name.local)).first;
-        declared_.push_back(at);
-        at->second.push_back(attribute.value);
+        declared_.push_back({at, depth});
+        at->second.emplace_back(attribute.value);
     }
 }
 
@@ -94,13 +95,12 @@ std::u16string_view Namespaces::namespaceOf(std::u16string_view prefix) const {
 }
 
 // Two prefixes can stand for the same namespace, and so two names be the same.
-void Namespaces::checkAttributes(const std::vector<XmlNode::Attribute>& attributes,
-                                 std::size_t specified) {
+void Namespaces::checkAttributes(const std::vector<Attribute>& attributes) const {
     std::vector<std::pair<std::u16string_view, std::u16string_view>> seen;
-    for (std::size_t i = 0; i < attributes.size(); ++i) {
-        const QualifiedName name(attributes[i].name);
+    for (const Attribute& attribute : attributes) {
+        const QualifiedName name(attribute.name);
         const std::pair resolved(namespaceOf(name.prefix), name.local);
-        if (name.prefix.empty() || i >= specified) {
+        if (name.prefix.empty() || !attribute.isSpecified) {
             continue;
         }
         checkXml(std::find(seen.begin(), seen.end(), resolved) == seen.end(),

@@ -7,8 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "staging/xml_tree.h"
-
 namespace tvml {
 
 // A name in its two parts; without a prefix, that part is empty.
@@ -33,24 +31,36 @@ void checkWithoutColon(std::u16string_view name);
 // only, so all that a prefix can do is be wrong.
 class Namespaces {
 public:
-    // Takes in what a start tag declares, and checks its names; the first
-    // `specified` attributes stand in it, the others are defaults. Throws
-    // XmlFault.
-    void open(std::u16string_view element, const std::vector<XmlNode::Attribute>& attributes,
-              std::size_t specified);
+    struct Attribute {
+        std::u16string_view name;
+        std::u16string_view value;
+        bool isSpecified; // in the start tag, where others are defaults
+    };
 
-    // Forgets what the element opened last declared.
-    void close();
+    // Elements without such a name, their own or an attribute's, need no look.
+    static bool concern(std::u16string_view name);
+
+    // Takes in what a start tag declares, and checks its names; `depth` is the
+    // number of elements around it. Throws XmlFault.
+    void open(std::u16string_view element, const std::vector<Attribute>& attributes,
+              std::size_t depth);
+
+    // Forgets what the element at this depth declared, which is the innermost.
+    void close(std::size_t depth);
 
 private:
-    void declare(const XmlNode::Attribute& attribute);
+    void declare(const Attribute& attribute, std::size_t depth);
     std::u16string_view namespaceOf(std::u16string_view prefix) const;
-    void checkAttributes(const std::vector<XmlNode::Attribute>& attributes, std::size_t specified);
+    void checkAttributes(const std::vector<Attribute>& attributes) const;
 
     using Meanings = std::map<std::u16string, std::vector<std::u16string>, std::less<>>;
+    struct Declared {
+        Meanings::iterator at;
+        std::size_t depth;
+    };
     Meanings prefixes_;
-    std::vector<Meanings::iterator> declared_; // of all open elements
-    std::vector<std::size_t> marks_;           // how many there were before each
+    std::vector<Declared> declared_; // by all open elements
+    std::size_t prefixCount_ = 0;
 };
 
 } // namespace tvml

@@ -1,44 +1,51 @@
 // The cursor in a document. Entry: XMLParser.
 #include "staging/xml_parser.h"
 
+#include <utility>
+
 #include "staging/xml_reader.h"
+#include "vocabulary/word.h"
 
 namespace tvml {
 
-XMLParser::XMLParser(std::u16string_view text, XmlOptions options)
-    : document_(std::make_unique<XmlDocument>()) {
-    readXml(text, options, *document_);
+std::shared_ptr<const XmlDocument> parseXml(std::u16string_view text, XmlOptions options) {
+    const auto document = std::make_shared<XmlDocument>();
+    readXml(text, options, *document);
+    return document;
 }
+
+XMLParser::XMLParser(std::shared_ptr<const XmlDocument> document)
+    : document_(std::move(document)) {}
 
 XMLParser::~XMLParser() = default;
 
 bool XMLParser::nextNode() {
-    if (!started_) {
-        started_ = true;
-        current_ = document_->tree.root();
-        return true;
-    }
-    if (current_ == nullptr) {
-        return false;
-    }
-    const XmlNode* next = current_->firstChild;
-    for (const XmlNode* at = current_; next == nullptr && at != nullptr; at = at->parent) {
-        next = at->nextSibling;
-    }
-    if (next == nullptr) {
+    const std::size_t next = current_ == kNone ? 0 : current_ + 1;
+    if (next >= document_->nodes.size()) {
         return false;
     }
     current_ = next;
-    elementNumber_ += next->kind == NodeKind::element ? 1 : 0;
+    elementNumber_ += nodeKind() == NodeKind::element ? 1 : 0;
     return true;
 }
 
 NodeKind XMLParser::nodeKind() const {
-    return current_ != nullptr ? current_->kind : NodeKind::none;
+    return current_ != kNone ? document_->nodes[current_].kind : NodeKind::none;
 }
 
 const XmlNode* XMLParser::currentElement() const {
-    return nodeKind() == NodeKind::element ? current_ : nullptr;
+    return nodeKind() == NodeKind::element ? &document_->nodes[current_] : nullptr;
+}
+
+std::optional<std::u16string_view> XMLParser::valueAt(const XmlNode& element,
+                                                      std::u16string_view name) const {
+    for (std::size_t i = element.first; i < element.first + element.count; ++i) {
+        const XmlAttribute& attribute = document_->attributes[i];
+        if (attribute.name == name) {
+            return document_->units(attribute.first, attribute.count);
+        }
+    }
+    return std::nullopt;
 }
 
 bool XMLParser::matchElement(std::u16string_view name, unsigned levelsUp, const char16_t* attrName1,
@@ -48,19 +55,15 @@ bool XMLParser::matchElement(std::u16string_view name, unsigned levelsUp, const 
     if (kind != NodeKind::element && kind != NodeKind::text) {
         return false;
     }
-    const XmlNode* at = current_;
-    for (; levelsUp > 0 && at != nullptr; --levelsUp) {
-        at = at->parent;
+    std::size_t at = current_;
+    for (; levelsUp > 0 && at > 0; --levelsUp) {
+        at = document_->nodes[at].parent;
     }
-    if (at == nullptr || at->kind != NodeKind::element || name != at->name) {
-        return false;
-    }
-    const auto hasValue = [at](const char16_t* attribute, std::u16string_view value) {
-        const XmlNode::Attribute* found = at->attribute(attribute);
-        return found != nullptr && found->value == value;
-    };
-    return attrName1 == nullptr || (hasValue(attrName1, attrValue1) &&
-                                    (attrName2 == nullptr || hasValue(attrName2, attrValue2)));
+    const XmlNode& node = document_->nodes[at];
+    return levelsUp == 0 && node.kind == NodeKind::element && node.name == name &&
+           (attrName1 == nullptr ||
+            (valueAt(node, attrName1) == attrValue1 &&
+             (attrName2 == nullptr || valueAt(node, attrName2) == attrValue2)));
 }
 
 std::u16string_view XMLParser::elementName() const {
@@ -69,13 +72,14 @@ std::u16string_view XMLParser::elementName() const {
 }
 
 std::optional<std::u16string_view> XMLParser::elementText() const {
-    const XmlNode* element = currentElement();
-    const XmlNode* child = element != nullptr ? element->firstChild : nullptr;
-    if (child == nullptr || child->kind != NodeKind::text) {
+    const auto& nodes = document_->nodes;
+    const std::size_t child = current_ + 1;
+    if (currentElement() == nullptr || child == nodes.size() || nodes[child].parent != current_ ||
+        nodes[child].kind != NodeKind::text) {
         return std::nullopt;
     }
     static constexpr std::u16string_view kWhiteSpace = u" \t\r\n";
-    const std::u16string_view text = child->text;
+    const std::u16string_view text = document_->units(nodes[child].first, nodes[child].count);
     const std::size_t first = text.find_first_not_of(kWhiteSpace);
     if (first == std::u16string_view::npos) {
         return std::nullopt;
@@ -85,11 +89,10 @@ std::optional<std::u16string_view> XMLParser::elementText() const {
 
 std::optional<std::u16string_view> XMLParser::attributeValue(const char16_t* name) const {
     const XmlNode* element = currentElement();
-    if (name == nullptr || element == nullptr || element->attributes.empty()) {
+    if (name == nullptr || element == nullptr || element->count == 0) {
         return std::nullopt;
     }
-    const XmlNode::Attribute* found = element->attribute(name);
-    return found != nullptr ? std::u16string_view(found->value) : std::u16string_view{};
+    return valueAt(*element, name).value_or(std::u16string_view{});
 }
 
 bool XMLParser::hasAttributeValue(const char16_t* name) const {

@@ -43,17 +43,21 @@ struct XmlOptions {
     bool keepPositions = false; // fill tags() and error()
 };
 
-// Texts that the queries return belong to the document and stay valid as long
-// as the parser.
+// Parses a text, which may go when that is done. An error in the XML ends the
+// parse silently: the nodes built before it stay. Lone surrogates count as
+// U+FFFD; a declaration (`<?xml ...?>`) is an error. The description is
+// untrusted: it cannot make the parser open a file or a connection, and what
+// would take much more time or memory than its length accounts for (see
+// xml_limits.h) ends the parse like an error. Throws std::bad_alloc.
+std::shared_ptr<const XmlDocument> parseXml(std::u16string_view text, XmlOptions options = {});
+
+// A walk through a document. Texts that the queries return belong to the document
+// and stay valid as long as any walk through it.
 class XMLParser {
 public:
-    // Parses a text, which may go when the object is made. An error in the XML
-    // ends the parse silently: the nodes built before it stay. Lone surrogates
-    // count as U+FFFD; a declaration (`<?xml ...?>`) is an error. The description
-    // is untrusted: it cannot make the parser open a file or a connection, and
-    // what would take much more time or memory than its length accounts for (see
-    // xml_limits.h) ends the parse like an error. Throws std::bad_alloc.
-    explicit XMLParser(std::u16string_view text, XmlOptions options = {});
+    explicit XMLParser(std::u16string_view text, XmlOptions options = {})
+        : XMLParser(parseXml(text, options)) {}
+    explicit XMLParser(std::shared_ptr<const XmlDocument> document);
     virtual ~XMLParser();
     XMLParser(const XMLParser&) = delete;
     XMLParser& operator=(const XMLParser&) = delete;
@@ -94,10 +98,11 @@ public:
 
 private:
     const XmlNode* currentElement() const;
+    std::optional<std::u16string_view> valueAt(const XmlNode& element,
+                                               std::u16string_view name) const;
 
-    const std::unique_ptr<XmlDocument> document_;
-    const XmlNode* current_ = nullptr;
-    bool started_ = false;
+    const std::shared_ptr<const XmlDocument> document_;
+    std::size_t current_ = std::u16string_view::npos; // number of the node, npos without one
     std::size_t elementNumber_ = 0;
 };
 

@@ -78,7 +78,7 @@ bool isTrailing(char16_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
 
-// The first half of a surrogate pair without the other from `at` on.
+// A lone surrogate at or after `at`, which the library would not always see.
 std::size_t loneSurrogate(std::u16string_view text, std::size_t at) {
     for (; at < text.size(); ++at) {
         if (isLeading(text[at]) && at + 1 < text.size() && isTrailing(text[at + 1])) {
@@ -93,7 +93,7 @@ std::size_t loneSurrogate(std::u16string_view text, std::size_t at) {
 // The text with a replacement character for each lone surrogate; `copy` holds it
 // when there are any.
 std::u16string_view withoutLoneSurrogates(std::u16string_view text, std::u16string& copy) {
-    std::size_t at = loneSurrogate(text, 0);
+    std::size_t at = loneSurrogate(text, beforeSurrogates(text));
     if (at == text.size()) {
         return text;
     }
@@ -102,21 +102,6 @@ std::u16string_view withoutLoneSurrogates(std::u16string_view text, std::u16stri
         copy[at] = u'\uFFFD';
     }
     return copy;
-}
-
-// The text before one prefix too many. Cutting it is exact enough: other texts
-// have no use for this word.
-std::u16string_view withinPrefixLimit(std::u16string_view text) {
-    constexpr std::u16string_view kDeclaration = u"xmlns:";
-    std::size_t end = 0;
-    for (std::size_t i = 0; i <= kMostNamespaces; ++i) {
-        end = findText(text, kDeclaration, end);
-        if (end == text.npos) {
-            return text;
-        }
-        end += kDeclaration.size();
-    }
-    return text.substr(0, end);
 }
 
 bool isBlank(std::u16string_view text) {
@@ -150,7 +135,7 @@ std::u16string messageOf(std::u16string_view message, std::u16string_view name) 
 class Reader {
 public:
     Reader(const XmlOptions& options, const NameStandIns& standIns, XmlDocument& document)
-        : options_(options), standIns_(standIns), document_(document), tree_(document.tree) {}
+        : options_(options), standIns_(standIns), document_(document) {}
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
     ~Reader() {
@@ -159,7 +144,8 @@ public:
         }
     }
 
-    void read(std::u16string_view text);
+    // False when an error ended the text.
+    bool read(std::u16string_view text);
 
 private:
     // A text that a parser of its own reads: the description, or inside it the
@@ -225,22 +211,27 @@ private:
     void onOther(const XML_Char* text, int length);
 
     void seeDeclarations();
-    std::vector<XmlNode::Attribute> attributesOf(const XML_Char** attributes);
-    void addDefault(const XmlNode::Attribute& attribute);
-    void addElement(std::u16string_view name, std::vector<XmlNode::Attribute> attributes);
+    XmlNode& add(NodeKind kind);
+    void open() { parent_ = document_.nodes.size() - 1; }
+    void close() { parent_ = document_.nodes[parent_].parent; }
+    void addAttributes(std::u16string_view element, const XML_Char** attributes);
+    void checkNamespaces(std::u16string_view element, std::size_t first, std::size_t specified);
     void keepTag(Place at);
     void flushText();
     void settleText();
     void expand(XmlEntity& entity, std::u16string_view name);
     void readEntity(const XmlEntity& entity);
     Level& entityLevel();
-    std::u16string_view nameOf(std::u16string_view text);
+    std::u16string_view keepName(std::u16string_view text);
+    std::u16string_view original(std::u16string_view name) {
+        return standIns_.original(name, original_);
+    }
 
     const XmlOptions& options_;
     const NameStandIns& standIns_;
     std::u16string original_; // of the name at hand
     XmlDocument& document_;
-    XmlTree& tree_;
+    std::size_t parent_ = 0;                     // the node in which the next one stands
     std::vector<std::unique_ptr<Level>> levels_; // the description first
     std::size_t current_ = 0;
     State state_ = State::reading;
@@ -250,7 +241,7 @@ private:
     Namespaces namespaces_;
     std::size_t addedUnits_ = 0;
 
-    std::u16string text_;     // that is not in the tree yet
+    std::u16string text_;     // that is not in the document yet
     std::size_t textEnd_ = 0; // behind it, in the level's text
     bool inCdata_ = false;
 
@@ -325,8 +316,9 @@ void Reader::stop(State state) {
     }
 }
 
-void Reader::read(std::u16string_view text) {
-    tree_.start();
+bool Reader::read(std::u16string_view text) {
+    add(NodeKind::other);
+    document_.texts.reserve(text.size());
     Level& whole = *levels_.emplace_back(std::make_unique<Level>());
     whole.parser.reset(XML_ParserCreate_MM(nullptr, &kMemory, nullptr));
     if (whole.parser == nullptr) {
@@ -344,6 +336,7 @@ void Reader::read(std::u16string_view text) {
     if (state_ == State::outOfMemory) {
         throw std::bad_alloc();
     }
+    return state_ == State::reading;
 }
 
 // Where the library is in the text of the current level.
@@ -360,7 +353,7 @@ Reader::Place Reader::place() const {
 
 void Reader::note(const XmlFault& fault) {
     current_ = 0; // what an entity holds has no place of its own
-    keepError(place().end(), messageOf(fault.message, standIns_.original(fault.name, original_)));
+    keepError(place().end(), messageOf(fault.message, original(fault.name)));
     stop(State::ended);
 }
 
@@ -371,8 +364,7 @@ void Reader::noteError(Level& level) {
     }
     settleText();
     const XmlErrorText& text = errorTextOf(code, isComment(place()), !open_.empty());
-    const std::u16string message =
-        messageOf(text.message, standIns_.original(nameInError(text.where), original_));
+    const std::u16string message = messageOf(text.message, original(nameInError(text.where)));
     const std::size_t offset = current_ == 0 ? offsetOfError(text) : kNone;
     current_ = 0; // what an entity holds has no place of its own
     keepError(offset == kNone ? place().end() : offset, message);
@@ -419,6 +411,10 @@ std::u16string_view Reader::nameInError(XmlErrorPlace where) const {
 
 // ---- elements
 
+XmlNode& Reader::add(NodeKind kind) {
+    return document_.nodes.emplace_back(XmlNode{kind, parent_});
+}
+
 void Reader::onStart(const XML_Char* name, const XML_Char** attributes) {
     const Place at = place();
     if (current_ > 0 && at.offset == 0) {
@@ -427,48 +423,59 @@ void Reader::onStart(const XML_Char* name, const XML_Char** attributes) {
     flushText();
     doctype_.countReferences(sourceOf(at));
     checkXml(open_.size() < kMostDepth, u"the elements are nested too deeply");
-    const std::u16string_view kept = nameOf(standIns_.original(unitsOf(name), original_));
-    addElement(kept, attributesOf(attributes));
+    const std::u16string_view kept = keepName(original(unitsOf(name)));
+    const std::size_t first = document_.attributes.size();
+    addAttributes(kept, attributes);
+    XmlNode& element = add(NodeKind::element);
+    element.name = kept;
+    element.first = first;
+    element.count = document_.attributes.size() - first;
     ++elements_;
     keepTag(at);
     open_.push_back({kept, doctype_.contentOf(unitsOf(name)), current_, elements_});
-    tree_.open();
+    open();
 }
 
-std::vector<XmlNode::Attribute> Reader::attributesOf(const XML_Char** attributes) {
+void Reader::addAttributes(std::u16string_view element, const XML_Char** attributes) {
     std::size_t count = 0;
     while (attributes[2 * count] != nullptr) {
         ++count;
     }
     checkXml(count <= kMostAttributes, u"an element has too many attributes");
-    std::vector<XmlNode::Attribute> kept;
-    kept.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        kept.push_back({nameOf(standIns_.original(unitsOf(attributes[2 * i]), original_)),
-                        std::u16string(unitsOf(attributes[2 * i + 1]))});
-        if (kept.back().name.starts_with(u"xmlns")) {
-            nameOf(kept.back().value);
+    const std::size_t first = document_.attributes.size();
+    bool needsNamespaces = Namespaces::concern(element);
+    for (; *attributes != nullptr; attributes += 2) {
+        const std::u16string_view name = keepName(original(unitsOf(attributes[0])));
+        const std::u16string_view value = unitsOf(attributes[1]);
+        document_.attributes.push_back({name, document_.texts.size(), value.size()});
+        document_.texts.append(value);
+        if (Namespaces::concern(name)) {
+            needsNamespaces = true;
+        }
+        if (name.starts_with(u"xmlns")) {
+            keepName(value);
         }
     }
-    return kept;
-}
-
-void Reader::addDefault(const XmlNode::Attribute& attribute) {
-    addedUnits_ += kAttributeUnits + attribute.value.size();
-    checkXml(addedUnits_ <= kAddedUnits, u"too many attributes have default values");
-}
-
-void Reader::addElement(std::u16string_view name, std::vector<XmlNode::Attribute> attributes) {
     // The library counts names and values, those of the start tag first.
     const auto specified =
         static_cast<std::size_t>(XML_GetSpecifiedAttributeCount(level().parser.get())) / 2;
-    for (std::size_t i = specified; i < attributes.size(); ++i) {
-        addDefault(attributes[i]);
+    for (std::size_t i = specified; i < count; ++i) {
+        addedUnits_ += kAttributeUnits + document_.attributes[first + i].count;
+        checkXml(addedUnits_ <= kAddedUnits, u"too many attributes have default values");
     }
-    namespaces_.open(name, attributes, specified);
-    XmlNode& element = tree_.add(NodeKind::element);
-    element.name = name;
-    element.attributes = std::move(attributes);
+    if (needsNamespaces) {
+        checkNamespaces(element, first, specified);
+    }
+}
+
+void Reader::checkNamespaces(std::u16string_view element, std::size_t first,
+                             std::size_t specified) {
+    std::vector<Namespaces::Attribute> attributes;
+    for (std::size_t i = first; i < document_.attributes.size(); ++i) {
+        const XmlAttribute& at = document_.attributes[i];
+        attributes.push_back({at.name, document_.units(at.first, at.count), i < first + specified});
+    }
+    namespaces_.open(element, attributes, open_.size());
 }
 
 void Reader::keepTag(Place at) {
@@ -489,12 +496,12 @@ void Reader::onEnd(const XML_Char*) {
     }
     checkXml(!open_.empty() && open_.back().level == current_, u"partial markup in entity value");
     open_.pop_back();
-    namespaces_.close();
-    tree_.close();
+    namespaces_.close(open_.size());
+    close();
 }
 
 // A view of the one copy of a name that is kept.
-std::u16string_view Reader::nameOf(std::u16string_view text) {
+std::u16string_view Reader::keepName(std::u16string_view text) {
     const auto found = document_.names.find(text);
     if (found != document_.names.end()) {
         return *found;
@@ -526,7 +533,12 @@ void Reader::flushText() {
     }
     const TextContent content = open_.empty() ? TextContent::none : open_.back().content;
     if (content == TextContent::any || (content == TextContent::blanks && isBlank(text_))) {
-        tree_.addText(text_);
+        const XmlNode& last = document_.nodes.back();
+        const bool continues = last.kind == NodeKind::text && last.parent == parent_;
+        XmlNode& node = continues ? document_.nodes.back() : add(NodeKind::text);
+        node.first = continues ? node.first : document_.texts.size();
+        node.count += text_.size();
+        document_.texts.append(text_);
     }
     text_.clear();
 }
@@ -544,7 +556,7 @@ void Reader::onComment(const XML_Char*) {
     seeDeclarations();
     if (!inDoctype_) {
         flushText();
-        tree_.add(NodeKind::comment);
+        add(NodeKind::comment);
     }
 }
 
@@ -553,7 +565,7 @@ void Reader::onInstruction(const XML_Char* target, const XML_Char*) {
     flushText();
     checkWithoutColon(unitsOf(target));
     if (!inDoctype_) {
-        tree_.add(NodeKind::other);
+        add(NodeKind::other);
     }
 }
 
@@ -564,14 +576,14 @@ void Reader::onCdataStart() {
 
 void Reader::onCdataEnd() {
     inCdata_ = false;
-    tree_.add(NodeKind::cdata);
+    add(NodeKind::cdata);
 }
 
 // ---- the document type
 
 void Reader::onDoctype(const XML_Char* name, const XML_Char*, const XML_Char*, int) {
     checkQualified(unitsOf(name));
-    tree_.add(NodeKind::other);
+    add(NodeKind::other);
     inDoctype_ = true;
     seen_ = place().end();
 }
@@ -631,8 +643,8 @@ void Reader::expand(XmlEntity& entity, std::u16string_view name) {
     }
     checkXml(current_ < kMostOpenEntities, u"the entities expand too far");
     doctype_.countExpansions(1);
-    tree_.add(NodeKind::other);
-    tree_.open();
+    add(NodeKind::other);
+    open();
     expanding_.push_back(&entity);
     ++current_;
     readEntity(entity);
@@ -641,7 +653,7 @@ void Reader::expand(XmlEntity& entity, std::u16string_view name) {
     }
     --current_;
     expanding_.pop_back();
-    tree_.close();
+    close();
 }
 
 void Reader::readEntity(const XmlEntity& entity) {
@@ -694,13 +706,17 @@ Reader::Level& Reader::entityLevel() {
 
 void readXml(std::u16string_view text, const XmlOptions& options, XmlDocument& document) {
     std::u16string copy;
-    std::u16string withStandIns;
+    text = withoutLoneSurrogates(text, copy);
     NameStandIns standIns;
-    text = withinPrefixLimit(text);
-    if (!allAscii(text)) {
-        text = standIns.apply(withoutLoneSurrogates(text, copy), withStandIns);
+    if (Reader(options, standIns, document).read(text) || allAscii(text)) {
+        return;
     }
-    Reader(options, standIns, document).read(text);
+    // The library may have refused a letter of a name.
+    std::u16string withStandIns(text);
+    if (standIns.apply(withStandIns)) {
+        document = {};
+        Reader(options, standIns, document).read(withStandIns);
+    }
 }
 
 } // namespace tvml

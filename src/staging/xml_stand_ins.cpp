@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "vocabulary/unit_search.h"
 #include "vocabulary/word.h"
 
 namespace tvml {
@@ -46,90 +45,45 @@ std::size_t endOfNameless(std::u16string_view text, std::size_t at) {
     return at;
 }
 
-// A text part by part: tags and declarations outside their quotes, and
-// references, in which names can stand, and what is between them.
-class Parts {
-public:
-    explicit Parts(std::u16string_view text) : text_(text) {}
-
-    // The next part, from `begin` on; false at the end of the text.
-    bool next() {
-        begin = end;
-        if (begin >= text_.size()) {
-            return false;
-        }
-        const char16_t first = text_[begin];
-        end = first == u'<' ? endOfNameless(text_, begin) : begin;
-        hasNames = end == begin;
-        if (hasNames) {
-            readOther(first);
-        }
-        return true;
-    }
-
-    std::size_t begin = 0;
-    std::size_t end = 0;
-    bool hasNames = false;
-
-private:
-    void readOther(char16_t first) {
-        if (first == u'&') {
-            end = find(u";<>&'\" \n");
-        } else if (inTag_ && (first == u'"' || first == u'\'')) {
-            const std::size_t close = text_.find(first, begin + 1);
-            end = close == kNone ? text_.size() : close + 1;
-            hasNames = false;
-        } else {
-            inTag_ = first == u'<' || (inTag_ && first != u'>');
-            end = inTag_ ? endOfNames() : std::min(next(u'<', tag_), next(u'&', reference_));
-            hasNames = inTag_;
-        }
-    }
-    // Nearly all units of tags are beyond ">", so one comparison does for them.
-    std::size_t endOfNames() const {
-        std::size_t at = begin + 1;
-        while (at < text_.size() && (text_[at] > u'>' || text_[at] == u' ' || !isMark(text_[at]))) {
-            ++at;
-        }
-        return at;
-    }
-    static bool isMark(char16_t unit) {
-        return unit == u'<' || unit == u'>' || unit == u'&' || unit == u'"' || unit == u'\'';
-    }
-    // The next `unit`, where `known` remembers it until it is passed.
-    std::size_t next(char16_t unit, std::size_t& known) const {
-        if (known <= begin) {
-            known = std::min(findUnit(text_, unit, begin + 1), text_.size());
-        }
-        return known;
-    }
-    std::size_t find(const char16_t* units) const {
-        return std::min(text_.find_first_of(units, begin + 1), text_.size());
-    }
-
-    std::u16string_view text_;
-    bool inTag_ = false;
-    std::size_t tag_ = 0;
-    std::size_t reference_ = 0;
+// A part of a text: of a tag or a declaration outside its quotes, a reference, or
+// what is between them and holds no names.
+struct Part {
+    std::size_t end;
+    bool hasNames;
 };
+
+// The part that begins at `at`; `inTag` goes from one part to the next.
+Part partAt(std::u16string_view text, std::size_t at, bool& inTag) {
+    const auto upTo = [&](const char16_t* units) {
+        return std::min(text.find_first_of(units, at + 1), text.size());
+    };
+    const char16_t first = text[at];
+    if (const std::size_t end = endOfNameless(text, at); end > at) {
+        return {end, false};
+    }
+    if (first == u'&') {
+        return {upTo(u";<>&'\" \n"), true};
+    }
+    if (inTag && (first == u'"' || first == u'\'')) {
+        const std::size_t close = text.find(first, at + 1);
+        return {close == kNone ? text.size() : close + 1, false};
+    }
+    inTag = first == u'<' || (inTag && first != u'>');
+    return {upTo(inTag ? u"<>&\"'" : u"<&"), inTag};
+}
 
 } // namespace
 
-std::u16string_view NameStandIns::apply(std::u16string_view text, std::u16string& copy) {
-    bool isCopied = false;
-    Parts part(text);
-    while (part.next()) {
-        const std::u16string_view units = text.substr(part.begin, part.end - part.begin);
-        if (!part.hasNames || std::none_of(units.begin(), units.end(), isLetter)) {
-            continue;
+bool NameStandIns::apply(std::u16string& text) {
+    bool inTag = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const Part part = partAt(text, at, inTag);
+        if (part.hasNames) {
+            replaceNames(text, at, part.end);
         }
-        if (!isCopied) {
-            copy = text;
-            isCopied = true;
-        }
-        replaceNames(copy, part.begin, part.end);
+        at = part.end;
     }
-    return isCopied ? std::u16string_view(copy) : text;
+    return !standIns_.empty();
 }
 
 void NameStandIns::replaceNames(std::u16string& text, std::size_t from, std::size_t end) {

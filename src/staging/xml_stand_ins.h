@@ -13,9 +13,8 @@ namespace tvml {
 // Other letters stand in for those of the names in a text while it is parsed.
 class NameStandIns {
 public:
-    // The text to be parsed, unit for unit as long; `copy` holds it when it is
-    // another.
-    std::u16string_view apply(std::u16string_view text, std::u16string& copy);
+    // Puts them in; false when the text has no such names.
+    bool apply(std::u16string& text);
 
     // The name as the description has it; `copy` holds it when it is another.
     std::u16string_view original(std::u16string_view name, std::u16string& copy) const;

@@ -31,11 +31,12 @@ inline std::uint64_t zeroUnits(std::uint64_t step) {
     return (step - kEach) & ~step & (kEach << 15);
 }
 
-// A loop that is not left early becomes vector code.
-inline bool blockHolds(const char16_t* block, char16_t unit) {
+// A loop that is not left early becomes vector code. `mask` picks the bits that
+// are compared.
+inline bool blockHolds(const char16_t* block, char16_t unit, char16_t mask = 0xFFFF) {
     char16_t found = 0; // as wide as the units, which keeps the vectors full
     for (std::size_t i = 0; i < kBlock; ++i) {
-        found |= static_cast<char16_t>(block[i] == unit ? 0xFFFF : 0);
+        found |= static_cast<char16_t>((block[i] & mask) == unit ? 0xFFFF : 0);
     }
     return found != 0;
 }
@@ -78,6 +79,16 @@ inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t
         at += detail::kBlock;
     }
     return detail::findUnitInSteps(text, unit, at);
+}
+
+// Units at the start of `text` among which there is no surrogate; there may be more.
+inline std::size_t beforeSurrogates(std::u16string_view text) {
+    std::size_t at = 0;
+    while (at + detail::kBlock <= text.size() &&
+           !detail::blockHolds(text.data() + at, 0xD800, 0xF800)) {
+        at += detail::kBlock;
+    }
+    return at;
 }
 
 // The number of units before the first U+0000. Several comparisons a step; no

@@ -89,8 +89,8 @@ TEST(HostExplain, Lines) {
                "  TVML      20  camera: switch( name=Cam )\n            21  close B\n"},
         {"12", "  kind      command\n  speaker   A\n  word      bow loudly\n"
                "  read as   bow loudly\n  taken by  nothing\n  problems\n"
-               "    S:12:9: error: a separator is missing before \"loudly\"; the command is not "
-               "carried out [S104]\n      A: (bow loudly)\n              ^~~~~~\n"
+               "    S:12:9: error: \"loudly\" cannot stand behind this command; it is not "
+               "carried out [S130]\n      A: (bow loudly)\n              ^~~~~~\n"
                "  TVML      nothing\n"},
     };
     for (const auto& row : rows) {
