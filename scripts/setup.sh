@@ -2,7 +2,7 @@
 #
 # Installs what the build and the tests need on Debian 12 and is not there yet.
 #
-#   scripts/setup.sh [fuzz] [bench]     with what the fuzzers, the benchmarks need
+#   scripts/setup.sh [fuzz] [libcxx] [bench]     with what these need
 #
 # Asks nothing and needs no network when all is there. Exit status: 0 all is
 # there, 1 something could not be installed.
@@ -20,6 +20,7 @@ packages=(
 for extra; do
   case $extra in
     fuzz) packages+=(clang libclang-rt-14-dev) ;;
+    libcxx) packages+=(clang libc++-dev libc++abi-dev) ;;
     bench) packages+=(libmd4c-dev libmd4c-html0-dev libcmark-dev) ;;
     *)
       echo "setup: error: nothing is known to belong to $extra" >&2

@@ -44,7 +44,7 @@ const SuperSize& superSize(std::span<const SuperSize> rows, std::size_t units) {
 // The colour of a super without one is the first that the word for white names.
 const ColourSpec& defaultColour(const KeywordTable& words) {
     const Word& white = words[u"white"];
-    const auto named = std::ranges::find_if(kColours, [&](const ColourSpec& row) {
+    const auto named = std::find_if(kColours.begin(), kColours.end(), [&](const ColourSpec& row) {
         return white.loaded() && (words[row.word].equals(white.textOrEmpty()) ||
                                   row.word.name() == white.textOrEmpty());
     });

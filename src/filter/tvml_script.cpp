@@ -229,7 +229,7 @@ std::u16string TvmlScript::text() const {
 
 void TvmlScript::removeUnfilledTitles(const KeywordTable& words, const Listeners* listeners,
                                       std::size_t unitsAtOnce) {
-    if (std::ranges::all_of(pieces_, staysAsItIs)) {
+    if (std::all_of(pieces_.begin(), pieces_.end(), staysAsItIs)) {
         return;
     }
     TvmlScript result;

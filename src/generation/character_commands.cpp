@@ -1,4 +1,5 @@
 // Commands that make a character do something. Entry: generateCharacterCommand.
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -153,8 +154,8 @@ void fillElement(const CharacterAction& action, CharacterElement element,
 void fillValues(const CharacterAction& action, CharacterElement element,
                 const std::array<Value, 3>& values) {
     const auto fillings = fillingsOf(action.name, values, action.command.adverbs);
-    const auto used =
-        static_cast<std::size_t>(std::ranges::find(values, Value::unused) - values.begin());
+    const auto used = static_cast<std::size_t>(
+        std::find(values.begin(), values.end(), Value::unused) - values.begin());
     fillElement(action, element, std::span(fillings).first(used + 1));
 }
 

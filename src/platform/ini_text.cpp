@@ -203,11 +203,11 @@ void IniText::addLine(std::u16string_view line, std::uint32_t& section) {
 }
 
 void IniText::sortIndex() {
-    std::ranges::sort(sections_, [this](const Section& a, const Section& b) {
+    std::sort(sections_.begin(), sections_.end(), [this](const Section& a, const Section& b) {
         const auto order = compareFolded(view(a.name), view(b.name));
         return order != 0 ? order < 0 : a.index < b.index;
     });
-    std::ranges::sort(entries_, [this](const Entry& a, const Entry& b) {
+    std::sort(entries_.begin(), entries_.end(), [this](const Entry& a, const Entry& b) {
         if (a.rank != b.rank) {
             return a.rank < b.rank;
         }
@@ -217,18 +217,21 @@ void IniText::sortIndex() {
 }
 
 const IniText::Section* IniText::findSection(std::u16string_view name) const {
-    const auto found = std::ranges::partition_point(sections_, [&](const Section& section) {
-        return compareFolded(view(section.name), name) < 0;
-    });
+    const auto found =
+        std::partition_point(sections_.begin(), sections_.end(), [&](const Section& section) {
+            return compareFolded(view(section.name), name) < 0;
+        });
     const bool equal = found != sections_.end() && compareFolded(view(found->name), name) == 0;
     return equal ? &*found : nullptr;
 }
 
 const IniText::Entry* IniText::findEntry(std::uint32_t section, std::u16string_view key) const {
     const std::uint64_t wanted = rank(section, key);
-    const auto found = std::ranges::partition_point(entries_, [&](const Entry& entry) {
-        return entry.rank != wanted ? entry.rank < wanted : compareFolded(view(entry.key), key) < 0;
-    });
+    const auto found =
+        std::partition_point(entries_.begin(), entries_.end(), [&](const Entry& entry) {
+            return entry.rank != wanted ? entry.rank < wanted
+                                        : compareFolded(view(entry.key), key) < 0;
+        });
     const bool equal = found != entries_.end() && found->rank == wanted &&
                        compareFolded(view(found->key), key) == 0;
     return equal ? &*found : nullptr;

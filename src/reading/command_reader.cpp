@@ -67,9 +67,10 @@ bool isShotLetter(char16_t unit) {
 }
 
 const CommandSpec* voiceNamed(std::u16string_view name) {
-    const auto found = std::ranges::find_if(kCommands, [name](const CommandSpec& row) {
-        return row.taker == Taker::voice && row.name == name;
-    });
+    const auto found =
+        std::find_if(kCommands.begin(), kCommands.end(), [name](const CommandSpec& row) {
+            return row.taker == Taker::voice && row.name == name;
+        });
     return found == kCommands.end() ? nullptr : &*found;
 }
 
@@ -344,8 +345,8 @@ bool CommandReader::readBehindColon(const CommandSpec& spec, std::u16string_view
 
 bool CommandReader::readSet(std::u16string_view text) {
     const Word& separators = words_[u"touten3"];
-    const auto separator =
-        std::ranges::find_if(text, [&](char16_t unit) { return separators.holds(unit); });
+    const auto separator = std::find_if(text.begin(), text.end(),
+                                        [&](char16_t unit) { return separators.holds(unit); });
     const auto at = static_cast<std::size_t>(separator - text.begin());
     command_.name = separator == text.end() ? text : trimScriptText(text.substr(0, at), words_);
     if (separator != text.end() && !readAdverbs(dropAndTrim(text, at + 1, words_))) {
