@@ -51,26 +51,22 @@ struct Job {
 
 // ---- before anything starts
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw HostError{kWrongUsage, "tvmlfilter: error: " + text};
-}
-
 void checkUsage(const Options& options) {
     if (options.outputFolder.empty()) {
-        refuse("several scripts need a folder for what they become; name one with --output-dir");
+        refuse(Message::usage_folderMissing);
     }
     if (options.output != kStandardStream) {
-        refuse("-o names one file and --output-dir a folder; leave out either");
+        refuse(Message::usage_fileAndFolder);
     }
     if (options.playFrom > 0 || options.playTo >= 0) {
-        refuse("--from and --to are lines of one script; leave them or --output-dir out");
+        refuse(Message::usage_archiveLines);
     }
     if (options.watch || !options.sourceMap.empty()) {
-        refuse("--watch and --source-map are for one script; leave them or --output-dir out");
+        refuse(Message::usage_archiveWatch);
     }
     if (std::ranges::find(options.scripts, kStandardStream) != options.scripts.end() ||
         options.description == kStandardStream) {
-        refuse("with --output-dir nothing can come from standard input");
+        refuse(Message::usage_archiveStream);
     }
 }
 
@@ -89,8 +85,7 @@ std::vector<Job> jobsOf(const Options& options) {
         const fs::path file = pathOf(script).stem() += kExtension;
         const auto [known, isNew] = scriptByOutput.emplace(sameOnAnySystem(nameOf(file)), script);
         if (!isNew) {
-            refuse(known->second + " and " + script + " would both become " + nameOf(file) +
-                   "; convert them into different folders");
+            refuse(Message::usage_sameOutput, {known->second, script, nameOf(file)});
         }
         jobs.push_back({script, nameOf(pathOf(options.outputFolder) / file), {}});
     }
@@ -110,7 +105,7 @@ void keepInputs(const std::vector<Job>& jobs, const Options& options) {
     for (const std::string& input : inputs) {
         const auto output = outputs.find(fs::weakly_canonical(pathOf(input), unknown));
         if (!input.empty() && output != outputs.end()) {
-            refuse("an output would replace the input " + input + "; name another --output-dir");
+            refuse(Message::usage_archiveInput, {input});
         }
     }
 }
@@ -119,7 +114,7 @@ void makeFolder(const std::string& folder) {
     std::error_code failure;
     fs::create_directories(pathOf(folder), failure);
     if (failure) {
-        throw inputOrOutputError(folder, {}, failure.message() + "; name another --output-dir");
+        throw inputOrOutputError(folder, {}, Message::file_folder, {failure.message()});
     }
 }
 
@@ -140,9 +135,11 @@ void convert(const Options& options, Job& job) {
     job.messages = std::move(end.messages);
     job.exitCode = failure ? kInputOrOutputFailed : end.exitCode;
     if (failure || end.exitCode > kProblemsFound || end.exitCode < kDone) {
-        const std::string why = failure ? *failure : "exit code " + std::to_string(end.exitCode);
-        job.messages +=
-            diagnosticLine(job.script, {}, "error", "the conversion broke off: " + why) + "\n";
+        const std::string why =
+            failure ? *failure : say(Message::failure_exitCode, {std::to_string(end.exitCode)});
+        job.messages += diagnosticLine(job.script, {}, Message::severity_error,
+                                       say(Message::failure_brokenOff, {why})) +
+                        "\n";
     }
 }
 
@@ -183,7 +180,8 @@ private:
                 convert(options_, job);
             } catch (const std::exception& problem) {
                 job.exitCode = kInputOrOutputFailed;
-                job.messages = diagnosticLine(job.script, {}, "error", problem.what()) + "\n";
+                job.messages =
+                    diagnosticLine(job.script, {}, Message::severity_error, problem.what()) + "\n";
             }
             finish(job);
         }
@@ -234,15 +232,18 @@ Summary summaryOf(const std::vector<Job>& jobs) {
 }
 
 std::string summaryText(const Summary& summary, std::size_t count) {
-    std::string text = std::to_string(count) + (count == 1 ? " script: " : " scripts: ") +
-                       std::to_string(count - summary.failed.size()) + " converted";
-    if (summary.withProblems > 0) {
-        text += " (" + std::to_string(summary.withProblems) + " reached the failure level)";
-    }
-    text += ", " + std::to_string(summary.failed.size()) + " failed\n";
+    const std::size_t failed = summary.failed.size();
+    const std::string reached =
+        summary.withProblems == 0
+            ? ""
+            : say(Message::archive_reached, {std::to_string(summary.withProblems)});
+    std::string text =
+        sayCounted(Message::archive_scripts, count,
+                   {std::to_string(count - failed), reached, std::to_string(failed)});
     for (const std::string& script : summary.failed) {
-        text += "  failed: " + script + "\n";
+        text.append("\n  ").append(say(Message::archive_failed, {script}));
     }
+    text += "\n";
     return text;
 }
 

@@ -7,16 +7,10 @@
 #include "host/host_error.h"
 #include "host/inputs.h"
 #include "host/language.h"
+#include "host/text_files.h"
 #include "platform/platform.h"
 
 namespace tvml::host {
-namespace {
-
-std::string counted(std::size_t number, const std::string& what) {
-    return std::to_string(number) + " " + what + (number == 1 ? "" : "s");
-}
-
-} // namespace
 
 // The script is converted, since only a conversion knows what its lines do, and
 // the result is dropped. The findings are what the command is for, so they are
@@ -32,14 +26,13 @@ int runCheck(const Options& options) {
     const Findings findings =
         findingsOf(std::move(analysis.problems), sources, options.report(FailureLevel::error),
                    platform::OutputStream::output);
-    if (const auto failure =
-            platform::writeStream(platform::OutputStream::output, findings.lines)) {
-        throw inputOrOutputError(outputName(kStandardStream), {}, *failure);
-    }
+    writeOutput(findings.lines);
+    const std::string comma = say(Message::list_comma);
     platform::writeStream(platform::OutputStream::error,
-                          inputs.scriptName + ": " + counted(findings.errors, "error") + ", " +
-                              counted(findings.warnings, "warning") + ", " +
-                              counted(findings.notes, "note") + "\n");
+                          inputs.scriptName + ": " +
+                              sayCounted(Message::count_errors, findings.errors) + comma +
+                              sayCounted(Message::count_warnings, findings.warnings) + comma +
+                              sayCounted(Message::count_notes, findings.notes) + "\n");
     return findings.failed ? kProblemsFound : kDone;
 }
 

@@ -11,6 +11,7 @@
 
 #include "host/host_error.h"
 #include "host/option_table.h"
+#include "host/text_files.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
@@ -39,28 +40,20 @@ std::string commandNames(std::string_view separator) {
 }
 
 bool takesValue(const OptionRow& row) {
-    return !isArgument(row) && row.value[0] != '\0';
-}
-
-std::vector<OptionRow> rowsOf(const CommandRow& command) {
-    std::vector<OptionRow> rows;
-    std::ranges::copy_if(optionRows(), std::back_inserter(rows),
-                         [&](const OptionRow& row) { return (row.commands & command.bit) != 0; });
-    return rows;
+    return !isArgument(row) && row.value.has_value();
 }
 
 // ---- bash
 
 // How bash finds the values of a row.
 std::string bashValues(const OptionRow& row) {
-    const std::string_view value = row.value;
     if (row.choices != nullptr) {
         return concat({"compgen -W '", joinedBy(" ", row.choices()), "' -- \"$current\""});
     }
-    if (isArgument(row) || value == "FILE") {
+    if (isArgument(row) || row.value == Message::value_file) {
         return "compgen -f -- \"$current\"";
     }
-    return value == "FOLDER" ? "compgen -d -- \"$current\"" : ":";
+    return row.value == Message::value_folder ? "compgen -d -- \"$current\"" : ":";
 }
 
 // The cases of one command: the value of an option behind its name, an option
@@ -152,16 +145,15 @@ std::string zshText(std::string_view text) {
 
 // ":FILE:_files"
 std::string zshValues(const OptionRow& row) {
-    const std::string_view value = isArgument(row) ? row.names : row.value;
     std::string action;
     if (row.choices != nullptr) {
         action = concat({"(", joinedBy(" ", row.choices()), ")"});
-    } else if (isArgument(row) || value == "FILE") {
+    } else if (isArgument(row) || row.value == Message::value_file) {
         action = "_files";
-    } else if (value == "FOLDER") {
+    } else if (row.value == Message::value_folder) {
         action = "_files -/";
     }
-    return concat({":", value, ":", action});
+    return concat({":", zshText(say(*row.value)), ":", action});
 }
 
 constexpr std::string_view kNextLine = " \\\n        ";
@@ -173,7 +165,7 @@ std::string zshArguments(const OptionRow& row) {
     }
     const std::vector<std::string_view> names = namesOf(row);
     // A code is one of several.
-    const bool repeats = std::string_view(row.value) == "CODE";
+    const bool repeats = row.value == Message::value_code;
     const std::string lead = repeats ? "*" : concat({"(", joinedBy(" ", names), ")"});
     const std::string value = takesValue(row) ? zshValues(row) : "";
     std::string arguments;
@@ -181,14 +173,15 @@ std::string zshArguments(const OptionRow& row) {
         // The value of a long name may stand behind a "=".
         const std::string_view mark = !value.empty() && name.starts_with("--") ? "=" : "";
         arguments +=
-            concat({kNextLine, "'", lead, name, mark, "[", zshText(row.help), "]", value, "'"});
+            concat({kNextLine, "'", lead, name, mark, "[", zshText(helpOf(row)), "]", value, "'"});
     }
     return arguments;
 }
 
 std::string zshCase(const CommandRow& command) {
-    std::string text = concat({"    ", command.name, ")\n      _arguments", kNextLine,
-                               "'(-h --help)'{-h,--help}'[Show the help and exit]'"});
+    std::string text =
+        concat({"    ", command.name, ")\n      _arguments", kNextLine,
+                "'(-h --help)'{-h,--help}'[", zshText(say(Message::help_help)), "]'"});
     for (const OptionRow& row : rowsOf(command)) {
         text += zshArguments(row);
     }
@@ -222,7 +215,7 @@ std::string zshScript() {
     std::string described;
     std::string cases;
     for (const CommandRow& command : commandRows()) {
-        described += concat({"    '", command.name, ":", zshText(command.help), "'\n"});
+        described += concat({"    '", command.name, ":", zshText(say(command.help)), "'\n"});
         cases += zshCase(command);
     }
     std::string script = replaced(std::string(kZshScript), "@DESCRIBED@", described);
@@ -235,9 +228,7 @@ std::string zshScript() {
 
 int runCompletion(const Options& options) {
     const std::string script = options.shell == Shell::bash ? bashScript() : zshScript();
-    if (const auto failure = platform::writeStream(platform::OutputStream::output, script)) {
-        throw inputOrOutputError(outputName(kStandardStream), {}, *failure);
-    }
+    writeOutput(script);
     return kDone;
 }
 

@@ -46,9 +46,7 @@ std::u16string callLibrary(platform::FilterLibrary::Function convert, const std:
             return text;
         }
     }
-    throw inputOrOutputError(file, {},
-                             "the library could not convert the script; convert without --library "
-                             "to see why");
+    throw inputOrOutputError(file, {}, Message::failure_library);
 }
 
 } // namespace
@@ -68,8 +66,7 @@ Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, Voca
         return analyze({request, files_.words, files_.settings, language()}, wants,
                        platform::system());
     } catch (const TvmlException& problem) {
-        throw HostError{kInputOrOutputFailed,
-                        "tvmlfilter: error: the XML library failed: " + problem.message()};
+        throw HostError{kInputOrOutputFailed, errorLine(Message::failure_xml, {problem.message()})};
     }
 }
 
@@ -77,8 +74,7 @@ Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, Voca
 std::u16string convertWithLibrary(const std::string& file, const ConversionRequest& request) {
     platform::FilterLibrary library;
     if (const platform::Failure failure = library.open(absolutePath(file))) {
-        throw inputOrOutputError(file, {},
-                                 *failure + "; name a library file that exports fil_process");
+        throw inputOrOutputError(file, {}, Message::file_library, {*failure});
     }
     return callLibrary(library.function(), file, request);
 }

@@ -30,27 +30,21 @@ bool areOneFile(const std::string& first, const std::string& second) {
            std::filesystem::is_regular_file(path(first), unknown);
 }
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw HostError{kWrongUsage, "tvmlfilter: error: " + text};
-}
-
 void checkSourceMap(const Options& options) {
     if (!options.library.empty()) {
-        refuse("--library does not tell what its lines come from; leave out either it or "
-               "--source-map");
+        refuse(Message::usage_librarySourceMap);
     }
     const std::string& map = options.sourceMap;
     if (map == options.output || areOneFile(map, options.output) ||
         areOneFile(map, options.script) || areOneFile(map, options.description)) {
-        refuse("the source map would replace another file of the conversion, or share its "
-               "stream; name another file with --source-map");
+        refuse(Message::usage_sourceMapFile);
     }
 }
 
 void checkWatch(const Options& options) {
     for (const std::string& file : {options.output, options.script, options.description}) {
         if (file == kStandardStream) {
-            refuse("--watch needs files: a script, an output named with -o, and no stream");
+            refuse(Message::usage_watchFiles);
         }
     }
 }
@@ -66,12 +60,11 @@ void checkUsage(const Options& options) {
     const bool judges = options.failureLevel.has_value() || options.format == ReportFormat::json ||
                         !options.allowed.empty() || !options.denied.empty();
     if (!options.library.empty() && judges) {
-        refuse("--library tells no problems, so none can be shown or counted; leave out either");
+        refuse(Message::usage_libraryProblems);
     }
     if (areOneFile(options.output, options.script) ||
         areOneFile(options.output, options.description)) {
-        refuse("the output would replace its own input " + options.output +
-               "; name another file with -o");
+        refuse(Message::usage_outputIsInput, {options.output});
     }
 }
 
@@ -86,8 +79,7 @@ void warnOfHalfPairs(const Options& options, std::u16string_view text) {
     const std::size_t half = findHalfPair(text);
     if (options.outputEncoding == OutputEncoding::utf8 && half != std::u16string_view::npos) {
         warn(outputWarning(options.format, outputName(options.output), positionIn(text, half),
-                           "a character was cut in two and became U+FFFD; shorten the sentence, or "
-                           "keep the halves with --output-encoding utf-16le"));
+                           Message::convert_halfPair));
     }
 }
 
@@ -124,8 +116,8 @@ Converted convert(const Options& options, const Inputs& inputs) {
 
 void writeSourceMap(const Options& options, const Inputs& inputs, const Analysis& analysis) {
     writeBytes(options.sourceMap, sourceMapJson(analysis.sourceMap,
-                                                {std::string(outputName(options.output)),
-                                                 inputs.scriptName, inputs.descriptionName},
+                                                {outputName(options.output), inputs.scriptName,
+                                                 inputs.descriptionName},
                                                 analysis.elements, platform::system()));
 }
 
@@ -138,8 +130,7 @@ int convertOnce(const Options& options) {
     const Converted converted = convert(options, inputs);
     warnOfHalfPairs(options, converted.text);
     if (options.watch && converted.descriptionBroken) {
-        throw inputOrOutputError(options.output, {},
-                                 "left as it is until the XML of the description is whole again");
+        throw inputOrOutputError(options.output, {}, Message::convert_keptOutput);
     }
     writeScript(options.output, converted.text, options.outputEncoding);
     if (!options.sourceMap.empty()) {

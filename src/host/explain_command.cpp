@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -12,6 +13,8 @@
 #include "host/host_error.h"
 #include "host/inputs.h"
 #include "host/language.h"
+#include "host/shown_names.h"
+#include "host/text_files.h"
 #include "platform/platform.h"
 
 namespace tvml::host {
@@ -46,8 +49,7 @@ Place placeOf(const std::string& text) {
             return place;
         }
     }
-    throw HostError{kWrongUsage, "tvmlfilter: error: " + text +
-                                     " names no line; write SCRIPT:LINE or SCRIPT:FIRST-LAST"};
+    refuse(Message::usage_place, {text});
 }
 
 // A line of the output, from 1, and its text.
@@ -68,6 +70,7 @@ struct Explanation {
     Inputs inputs;
     std::vector<Explained> lines;
     std::vector<ElementPlace> places;
+    ProgrammeOffer offer;
     std::int32_t lineCount = 0;
 
     ElementPlace placeOf(const TemplateStory& used) const {
@@ -91,9 +94,9 @@ void addOutput(const SourceMap& map, std::u16string_view text, std::vector<Expla
 // The whole script is converted: what a line does depends on those before it,
 // and the line behind a title may complete it.
 Explanation explain(const Options& options, const Place& place) {
-    Explanation result{readInputs(options), {}, {}, 0};
+    Explanation result{readInputs(options), {}, {}, {}, 0};
     AnalysisWants wants;
-    wants.problems = wants.sourceMap = wants.elements = true;
+    wants.problems = wants.sourceMap = wants.elements = wants.offer = true;
     wants.stories = {place.first, place.last};
     Analysis analysis = Filter().run(result.inputs.request(options), wants);
     for (LineStory& story : analysis.stories) {
@@ -108,15 +111,12 @@ Explanation explain(const Options& options, const Place& place) {
     }
     addOutput(analysis.sourceMap, analysis.tvml, result.lines);
     result.places = std::move(analysis.elements);
+    result.offer = std::move(analysis.offer);
     result.lineCount = analysis.lineCount;
     return result;
 }
 
-std::string utf8(std::u16string_view text) {
-    return platform::system().toUtf8(text);
-}
-
-// The word for what a line is.
+// The word for what a line is, in JSON.
 std::string_view kindName(const LineStory& story) {
     switch (story.kind) {
     case LineKind::empty:
@@ -136,23 +136,25 @@ std::string_view takenByName(TakenBy by) {
 
 // ---- for people
 
-// "LABEL" in a column of its own, then the text, without what a terminal would
-// obey.
+std::string harmless(std::u16string_view text) {
+    return utf8(harmlessText(text));
+}
+
+// A label in a column of its own, then the text. Texts of the files come without
+// what a terminal would obey.
 class Page {
 public:
     void title(std::string_view place, std::u16string_view line) {
-        text_.append(place).append(": ").append(utf8(harmlessText(line))).append("\n");
+        text_.append(place).append(": ").append(harmless(line)).append("\n");
     }
-    void row(std::string_view label, std::u16string_view line) {
-        row(label, utf8(harmlessText(line)));
-    }
-    void row(std::string_view label, std::string_view line) {
+    void row(std::u16string_view label, std::string_view line) {
         constexpr std::size_t kLabelColumns = 10;
-        text_.append("  ").append(label);
-        text_.append(kLabelColumns - std::min(kLabelColumns, label.size()), ' ');
+        text_.append("  ").append(utf8(label));
+        text_.append(kLabelColumns - std::min(kLabelColumns, columnsOf(label)), ' ');
         text_.append(line).append("\n");
     }
-    void label(std::string_view label) { text_.append("  ").append(label).append("\n"); }
+    void row(Message name, std::string_view line) { row(label(name), line); }
+    void heading(Message name) { text_.append("  ").append(say(name)).append("\n"); }
     void lines(std::string_view rendered) {
         while (!rendered.empty()) {
             const std::size_t end = std::min(rendered.find('\n'), rendered.size() - 1);
@@ -167,97 +169,115 @@ private:
     std::string text_;
 };
 
-std::u16string speakerText(const LineStory& story) {
+Message kindText(const LineStory& story) {
+    switch (story.kind) {
+    case LineKind::empty:
+        return Message::kind_empty;
+    case LineKind::tag:
+        return Message::kind_tagLine;
+    default:
+        return story.isCommand ? Message::kind_commandLine : Message::kind_talk;
+    }
+}
+
+std::string speakerText(const LineStory& story) {
     if (!story.speaker.empty()) {
-        return story.speaker;
+        return harmless(story.speaker);
     }
     const bool isTalk = story.kind == LineKind::other && !story.isCommand;
     const bool byCharacter = story.takenBy == TakenBy::character || story.takenBy == TakenBy::pose;
-    return isTalk ? u"none, A speaks" : byCharacter ? u"none, A acts" : u"";
+    return isTalk        ? say(Message::explain_noSpeaker)
+           : byCharacter ? say(Message::explain_noActor)
+                         : "";
 }
 
-void showWords(const LineStory& story, Page& page) {
+std::string takenByText(const Explanation& all, const LineStory& story) {
+    static constexpr std::array<Message, 5> kTexts{Message::taken_nothing, Message::taken_tag,
+                                                   Message::taken_staging, Message::taken_character,
+                                                   Message::taken_pose};
+    return say(kTexts[static_cast<std::size_t>(story.takenBy)],
+               {harmless(shownName(all.offer, story.takenName))});
+}
+
+void showWords(const Explanation& all, const LineStory& story, Page& page) {
     if (!story.word.empty()) {
-        page.row("word", story.key.empty() ? story.word
-                                           : story.word + u"  (" + story.key + u" in keyword.ini)");
+        page.row(Message::explain_word,
+                 story.key.empty()
+                     ? harmless(story.word)
+                     : say(Message::explain_key, {harmless(story.word), harmless(story.key)}));
     }
     if (!story.phrase.empty()) {
-        page.row("read as", story.phrase);
+        page.row(Message::explain_readAs, harmless(story.phrase));
     }
-    if (story.takenBy != TakenBy::nothing) {
-        page.row("taken by", std::string(takenByName(story.takenBy)) + " \"" +
-                                 utf8(harmlessText(story.takenName)) + "\"");
-    } else if (story.isCommand || story.kind == LineKind::tag) {
-        page.row("taken by", takenByName(TakenBy::nothing));
+    if (story.takenBy != TakenBy::nothing || story.isCommand || story.kind == LineKind::tag) {
+        page.row(Message::explain_takenBy, takenByText(all, story));
     }
-    std::string_view label = "adverbs";
+    std::u16string_view head = label(Message::explain_adverbs);
     for (const AdverbStory& adverb : story.adverbs) {
         std::u16string line = adverb.item;
         line += adverb.item == adverb.english ? u"" : u" (" + adverb.english + u")";
-        page.row(label, line.append(u": ").append(adverb.field).append(u" ").append(adverb.value));
-        label = "";
+        line.append(u": ").append(adverb.field).append(u" ").append(adverb.value);
+        page.row(std::exchange(head, u""), harmless(line));
     }
 }
 
-std::string variantText(const VariantPlace& variant) {
-    std::string text;
+// What of a template is to be told besides its name.
+std::string templateText(const Explanation& all, const TemplateStory& used) {
+    const std::string comma = say(Message::list_comma);
+    const VariantPlace& variant = used.variant;
+    std::string text = std::string("<").append(utf8(used.element)).append(">");
     if (variant.count > 1) {
-        text.append(", variant ").append(std::to_string(variant.number));
-        text.append(" of ").append(std::to_string(variant.count));
-        text.append(variant.atRandom ? " at random" : " in turn");
+        text += comma + say(variant.atRandom ? Message::explain_atRandom : Message::explain_inTurn,
+                            {std::to_string(variant.number), std::to_string(variant.count)});
     }
     if (!variant.key.empty()) {
-        text.append(", for ").append(utf8(variant.key));
+        text += comma + say(Message::explain_for, {utf8(variant.key)});
+    }
+    text += comma + (used.number == 0 ? say(Message::explain_builtIn) : all.inputs.descriptionName);
+    if (const ElementPlace place = all.placeOf(used); place.line > 0) {
+        text.append(":").append(std::to_string(place.line));
+        text.append(":").append(std::to_string(place.column));
+    }
+    if (used.times > 1) {
+        text += comma + say(Message::explain_times, {std::to_string(used.times)});
     }
     return text;
 }
 
 void showTemplates(const Explanation& all, const LineStory& story, Page& page) {
-    std::string_view label = "template";
+    std::u16string_view head = label(Message::explain_template);
     for (const TemplateStory& used : story.templates) {
-        const ElementPlace place = all.placeOf(used);
-        std::string line("<");
-        line.append(utf8(used.element)).append(">").append(variantText(used.variant)).append(", ");
-        line.append(used.number == 0 ? "built in" : all.inputs.descriptionName);
-        if (place.line > 0) {
-            line.append(":").append(std::to_string(place.line));
-            line.append(":").append(std::to_string(place.column));
-        }
-        if (used.times > 1) {
-            line.append(", ").append(std::to_string(used.times)).append(" times");
-        }
-        page.row(label, line);
-        label = "";
+        page.row(std::exchange(head, u""), templateText(all, used));
     }
     if (story.card != CardStep::none) {
-        page.row("card", std::string_view(story.card == CardStep::starts
-                                              ? "starts here"
-                                              : "completes that of the line before"));
+        page.row(
+            Message::explain_card,
+            say(story.card == CardStep::starts ? Message::card_starts : Message::card_completes));
     }
 }
 
 void showLine(const Explanation& all, const Explained& line, const TextRenderer& renderer,
               Page& page) {
     page.title(all.inputs.scriptName + ":" + std::to_string(line.story.line), line.story.text);
-    page.row("kind", kindName(line.story));
-    if (const std::u16string speaker = speakerText(line.story); !speaker.empty()) {
-        page.row("speaker", speaker);
+    page.row(Message::explain_kind, say(kindText(line.story)));
+    if (const std::string speaker = speakerText(line.story); !speaker.empty()) {
+        page.row(Message::explain_speaker, speaker);
     }
-    showWords(line.story, page);
+    showWords(all, line.story, page);
     showTemplates(all, line.story, page);
     if (!line.problems.empty()) {
-        page.label("problems");
+        page.heading(Message::explain_problems);
         for (const Diagnostic& problem : line.problems) {
             page.lines(renderer.render(problem));
         }
     }
-    std::string_view label = "TVML";
+    std::u16string_view head = u"TVML";
     for (const OutputLine& output : line.output) {
-        page.row(label, std::to_string(output.number) + "  " + utf8(harmlessText(output.text)));
-        label = "";
+        page.row(std::exchange(head, u""),
+                 std::to_string(output.number) + "  " + harmless(output.text));
     }
     if (line.output.empty()) {
-        page.row(label, std::string_view("nothing"));
+        page.row(head, say(Message::explain_noOutput));
     }
 }
 
@@ -351,14 +371,11 @@ int runExplain(const Options& options) {
     ofFile.script = place.file;
     const Explanation all = explain(ofFile, place);
     if (all.lineCount < place.last) {
-        throw HostError{kWrongUsage, "tvmlfilter: error: " + all.inputs.scriptName + " has " +
-                                         std::to_string(all.lineCount) + " lines and no line " +
-                                         std::to_string(place.last)};
+        refuse(Message::usage_lineCount,
+               {all.inputs.scriptName, std::to_string(all.lineCount), std::to_string(place.last)});
     }
     const std::string lines = options.format == ReportFormat::json ? jsonLinesOf(all) : textOf(all);
-    if (const auto failure = platform::writeStream(platform::OutputStream::output, lines)) {
-        throw inputOrOutputError(outputName(kStandardStream), {}, *failure);
-    }
+    writeOutput(lines);
     return kDone;
 }
 

@@ -4,7 +4,7 @@
 
 namespace tvml::host {
 
-std::string diagnosticLine(std::string_view file, TextPosition position, std::string_view severity,
+std::string diagnosticLine(std::string_view file, TextPosition position, Message severity,
                            std::string_view text) {
     std::string line(file);
     for (const std::uint64_t number : {position.line, position.column}) {
@@ -14,19 +14,25 @@ std::string diagnosticLine(std::string_view file, TextPosition position, std::st
         }
         line.append(":").append(std::to_string(number));
     }
-    return line.append(": ").append(severity).append(": ").append(text);
+    return line.append(": ").append(say(severity)).append(": ").append(text);
 }
 
-HostError inputOrOutputError(std::string_view file, TextPosition position, std::string_view text) {
-    return {kInputOrOutputFailed, diagnosticLine(file, position, "error", text)};
+HostError inputOrOutputError(std::string_view file, TextPosition position, Message message,
+                             Values values) {
+    return {kInputOrOutputFailed,
+            diagnosticLine(file, position, Message::severity_error, say(message, values))};
 }
 
-std::string_view inputName(std::string_view file) {
-    return file == kStandardStream ? "<standard input>" : file;
+void refuse(Message message, Values values) {
+    throw HostError{kWrongUsage, errorLine(message, values)};
 }
 
-std::string_view outputName(std::string_view file) {
-    return file == kStandardStream ? "<standard output>" : file;
+std::string inputName(std::string_view file) {
+    return file == kStandardStream ? say(Message::file_standardInput) : std::string(file);
+}
+
+std::string outputName(std::string_view file) {
+    return file == kStandardStream ? say(Message::file_standardOutput) : std::string(file);
 }
 
 } // namespace tvml::host

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/language.h"
+
 namespace tvml::host {
 
 // The program's exit codes.
@@ -31,15 +33,19 @@ struct HostError {
 };
 
 // "FILE:LINE:COLUMN: SEVERITY: TEXT"; what is not known is left out.
-std::string diagnosticLine(std::string_view file, TextPosition position, std::string_view severity,
+std::string diagnosticLine(std::string_view file, TextPosition position, Message severity,
                            std::string_view text);
 
 // A file that could not be read, decoded or written, and what to do about it.
-HostError inputOrOutputError(std::string_view file, TextPosition position, std::string_view text);
+HostError inputOrOutputError(std::string_view file, TextPosition position, Message message,
+                             Values values = {});
+
+// Wrong usage.
+[[noreturn]] void refuse(Message message, Values values = {});
 
 // The file's name as messages show it.
-std::string_view inputName(std::string_view file);
-std::string_view outputName(std::string_view file);
+std::string inputName(std::string_view file);
+std::string outputName(std::string_view file);
 
 } // namespace tvml::host
 

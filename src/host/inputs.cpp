@@ -24,8 +24,7 @@ std::string fileOfProgram(std::u16string_view name) {
 
 Inputs readInputs(const Options& options) {
     if (options.script == kStandardStream && options.description == kStandardStream) {
-        throw HostError{kWrongUsage, "tvmlfilter: error: only one of script and description can "
-                                     "come from standard input"};
+        refuse(Message::usage_oneStream);
     }
     const bool given = !options.description.empty();
     const std::string description = given ? options.description : fileOfProgram(u"default.xml");

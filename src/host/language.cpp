@@ -33,7 +33,7 @@ std::optional<Language> givenLanguage(const std::vector<std::string>& arguments)
 // The texts of the catalogue are UTF-16, values and results UTF-8; values may be
 // no UTF-8 at all, as file names are, and stay as they are.
 std::string filled(std::u16string_view text, Values values) {
-    const std::string pattern = platform::system().toUtf8(text);
+    const std::string pattern = utf8(text);
     std::string result;
     for (std::size_t i = 0; i < pattern.size(); ++i) {
         const auto value = pattern[i] == '%' && i + 1 < pattern.size()
@@ -61,16 +61,32 @@ void chooseLanguage(const std::vector<std::string>& arguments) {
         given.has_value() ? *given : languageNamed(platform::userLanguage()).value_or(Language::en);
 }
 
+std::string utf8(std::u16string_view text) {
+    return platform::system().toUtf8(text);
+}
+
+std::u16string utf16(std::string_view bytes) {
+    return platform::decode(bytes, platform::CodePage::utf8).text;
+}
+
+std::u16string_view label(Message message) {
+    return textOf(message, language());
+}
+
 std::string say(Message message, Values values) {
-    return filled(textOf(message, language()), values);
+    return filled(label(message), values);
 }
 
 std::string sayCounted(Message message, std::size_t number, Values values) {
     return filled(counted(message, language(), number), values);
 }
 
+std::string errorLine(std::string_view text) {
+    return ("tvmlfilter: " + say(Message::severity_error) + ": ").append(text);
+}
+
 std::string errorLine(Message message, Values values) {
-    return "tvmlfilter: " + say(Message::severity_error) + ": " + say(message, values);
+    return errorLine(say(message, values));
 }
 
 } // namespace tvml::host

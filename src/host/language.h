@@ -20,6 +20,14 @@ Language language();
 // interface). Called before the arguments are read, since help is a text, too.
 void chooseLanguage(const std::vector<std::string>& arguments);
 
+// Between the texts of the core and those of the terminal. Bytes that are no
+// UTF-8 end the text.
+std::string utf8(std::u16string_view text);
+std::u16string utf16(std::string_view bytes);
+
+// A text of the catalogue without values, in UTF-16.
+std::u16string_view label(Message message);
+
 // A text of the catalogue with its values, which are UTF-8 as well.
 using Values = std::initializer_list<std::string_view>;
 std::string say(Message message, Values values = {});
@@ -28,6 +36,7 @@ std::string say(Message message, Values values = {});
 std::string sayCounted(Message message, std::size_t number, Values values = {});
 
 // "tvmlfilter: error: " and the text.
+std::string errorLine(std::string_view text);
 std::string errorLine(Message message, Values values = {});
 
 } // namespace tvml::host

@@ -15,6 +15,7 @@
 
 #include "diagnostics/element_names.h"
 #include "host/conversion.h"
+#include "host/language.h"
 #include "host/text_files.h"
 #include "host/text_table.h"
 #include "platform/host_services.h"
@@ -27,10 +28,6 @@ using Json = nlohmann::ordered_json;
 using Texts = std::vector<std::u16string>;
 
 constexpr int kJsonVersion = 1;
-
-std::string utf8(std::u16string_view text) {
-    return platform::system().toUtf8(text);
-}
 
 // ---- what is offered
 
@@ -56,22 +53,23 @@ struct Loaded {
 
 struct KindName {
     OfferKind kind;
-    std::string_view name;
+    std::string_view name; // in JSON
+    Message text;
 };
 
 // What the two lists of names hold, and how they call it.
 constexpr std::array<KindName, 7> kCommandKinds{{
-    {OfferKind::staging, "staging"},
-    {OfferKind::action, "character"},
-    {OfferKind::setting, "character"},
-    {OfferKind::voice, "voice"},
-    {OfferKind::untaken, "without effect"},
-    {OfferKind::adverb, "adverb"},
-    {OfferKind::pose, "pose"},
+    {OfferKind::staging, "staging", Message::kind_staging},
+    {OfferKind::action, "character", Message::kind_character},
+    {OfferKind::setting, "character", Message::kind_character},
+    {OfferKind::voice, "voice", Message::kind_voice},
+    {OfferKind::untaken, "without effect", Message::kind_untaken},
+    {OfferKind::adverb, "adverb", Message::kind_adverb},
+    {OfferKind::pose, "pose", Message::kind_pose},
 }};
 constexpr std::array<KindName, 2> kTagKinds{{
-    {OfferKind::marker, "marker"},
-    {OfferKind::tag, "declared"},
+    {OfferKind::marker, "marker", Message::kind_marker},
+    {OfferKind::tag, "declared", Message::kind_declared},
 }};
 
 std::u16string englishOf(const OfferedName& name) {
@@ -92,7 +90,13 @@ std::string show(std::string_view table, const Options& options, const TextTable
 
 std::string showNames(std::string_view table, const Options& options, const Loaded& loaded,
                       std::span<const KindName> kinds) {
-    TextTable text({{u"ENGLISH"}, {u"KIND"}, {u"IN THE VOCABULARY"}});
+    const bool wordsFirst = namesCommandsByWords(language());
+    TableColumn first{label(Message::head_english)};
+    TableColumn last{label(Message::head_vocabulary)};
+    if (wordsFirst) {
+        std::swap(first, last);
+    }
+    TextTable text({first, {label(Message::head_kind)}, last});
     Json rows = Json::array();
     for (const OfferedName& name : loaded.offer.names) {
         const auto kind = std::ranges::find(kinds, name.kind, &KindName::kind);
@@ -100,8 +104,9 @@ std::string showNames(std::string_view table, const Options& options, const Load
             continue;
         }
         const std::u16string english = englishOf(name);
-        text.add({english, std::u16string(kind->name.begin(), kind->name.end()),
-                  joined(name.words, u", ")});
+        const std::u16string own = joined(name.words, u", ");
+        text.add({wordsFirst ? own : english, std::u16string(label(kind->text)),
+                  wordsFirst ? english : own});
         Json words = Json::array();
         for (const std::u16string& word : name.words) {
             words.push_back(utf8(word));
@@ -137,7 +142,7 @@ std::map<std::u16string_view, std::u16string> meanings(const Loaded& loaded) {
 std::u16string visible(const Loaded& loaded, Key key) {
     const std::u16string word(loaded.word(key).textOrEmpty());
     if (!loaded.word(key).loaded()) {
-        return u"(not loaded)";
+        return std::u16string(label(Message::list_notLoaded));
     }
     const KeywordTable& words = loaded.filter.words();
     const bool blank = word.empty() || words.isBlank(word.front()) || words.isBlank(word.back());
@@ -145,7 +150,8 @@ std::u16string visible(const Loaded& loaded, Key key) {
 }
 
 std::string showWords(const Options& options, const Loaded& loaded) {
-    TextTable text({{u"KEY"}, {u"WORD"}, {u"ENGLISH"}});
+    TextTable text(
+        {{label(Message::head_key)}, {label(Message::head_word)}, {label(Message::head_english)}});
     Json rows = Json::array();
     const auto english = meanings(loaded);
     for (std::size_t i = 0; i < kKeyCount; ++i) {
@@ -164,12 +170,23 @@ std::string showWords(const Options& options, const Loaded& loaded) {
 
 // ---- elements
 
+// The words of JSON.
 std::string_view kindName(ElementKind kind) {
     // In the order of ElementKind.
     static constexpr std::array<std::string_view, 12> kNames{
         "",         "number",    "text", "by character", "variants", "by pair",
         "variants", "character", "sets", "pose",         "tag",      "switch"};
     return kNames[static_cast<std::size_t>(kind)];
+}
+
+// The same for people; no element is of the first kind, and the last is not shown.
+std::u16string kindText(ElementKind kind) {
+    static constexpr std::array<Message, 11> kTexts{
+        Message::element_text,      Message::element_number,   Message::element_text,
+        Message::element_character, Message::element_variants, Message::element_pair,
+        Message::element_variants,  Message::element_model,    Message::element_sets,
+        Message::element_pose,      Message::element_tag};
+    return std::u16string(label(kTexts[static_cast<std::size_t>(kind)]));
 }
 
 // What stands in when a description lacks the element; empty for nothing.
@@ -207,7 +224,11 @@ unsigned valueCount(const ElementMeaning& meaning, std::u16string_view builtIn) 
 }
 
 std::string showElements(const Options& options) {
-    TextTable text({{u"ELEMENT"}, {u"KIND"}, {u"VALUES", true}, {u"BUILT IN"}, {u"ATTRIBUTES"}});
+    TextTable text({{label(Message::head_element)},
+                    {label(Message::head_kind)},
+                    {label(Message::head_values), true},
+                    {label(Message::head_builtIn)},
+                    {label(Message::head_attributes)}});
     Json rows = Json::array();
     for (const std::u16string& name : elementNames()) {
         const ElementMeaning meaning = meaningOf(name);
@@ -218,7 +239,7 @@ std::string showElements(const Options& options) {
         const auto attributes = attributesOf(meaning.kind);
         const std::u16string_view builtIn = defaultOf(name);
         const unsigned values = valueCount(meaning, builtIn);
-        text.add({name, std::u16string(kind.begin(), kind.end()),
+        text.add({name, kindText(meaning.kind),
                   values == 0 ? u"" : decimalText(static_cast<std::int32_t>(values)),
                   inBrief(builtIn), joined({attributes.begin(), attributes.end()}, u", ")});
         Json names = Json::array();
@@ -254,10 +275,7 @@ std::string listing(const Options& options) {
 } // namespace
 
 int runList(const Options& options) {
-    if (const auto failure =
-            platform::writeStream(platform::OutputStream::output, listing(options))) {
-        throw inputOrOutputError(outputName(kStandardStream), {}, *failure);
-    }
+    writeOutput(listing(options));
     return kDone;
 }
 

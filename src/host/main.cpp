@@ -22,14 +22,14 @@ int fail(int exitCode, const std::string& message) {
 
 int main(int argc, char** argv) {
     using namespace tvml::host;
+    using tvml::Message;
     try {
         return runCommandLine(tvml::platform::programArguments(argc, argv));
     } catch (const HostError& error) {
         return fail(error.exitCode, error.message);
     } catch (const std::bad_alloc&) {
-        return fail(kInputOrOutputFailed,
-                    "tvmlfilter: error: the memory is exhausted; convert the script in parts");
+        return fail(kInputOrOutputFailed, errorLine(Message::failure_memory));
     } catch (const std::exception& error) {
-        return fail(kInputOrOutputFailed, std::string("tvmlfilter: error: ") + error.what());
+        return fail(kInputOrOutputFailed, errorLine(error.what()));
     }
 }

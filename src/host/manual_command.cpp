@@ -1,12 +1,13 @@
 // The manual page, made from the tables of the command line. Entry: runManual.
 #include "host/manual_command.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
 #include "host/host_error.h"
 #include "host/option_table.h"
+#include "host/text_files.h"
+#include "host/text_flow.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
@@ -34,86 +35,86 @@ std::string roff(std::string_view text) {
     return escaped;
 }
 
+// Filled here: the page's formatter cannot break lines of Japanese.
+constexpr std::size_t kColumns = 70;
+constexpr std::size_t kItemColumns = 62;
+
 // Lines that stay as they are; a paragraph's end is a macro of its own.
-std::string asItStands(std::string_view text) {
+std::string asItStands(std::string_view text, std::size_t columns = kColumns) {
+    const std::string filled = utf8(flowed(utf16(text), columns));
     std::string page = ".nf\n";
-    for (std::string_view rest = text; !rest.empty();) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
+    for (std::string_view rest = filled; !rest.empty();) {
+        const std::size_t end = rest.find('\n');
         const std::string_view line = rest.substr(0, end);
         page += line.empty() ? ".sp\n" : roff(line) + "\n";
-        rest.remove_prefix(std::min(end + 1, rest.size()));
+        rest.remove_prefix(end + 1);
     }
     return page + ".fi\n";
 }
 
+std::string italic(std::string_view text) {
+    return std::string("\\fI").append(roff(text)).append("\\fR");
+}
+
+std::string bold(std::string_view text) {
+    return std::string("\\fB").append(roff(text)).append("\\fR");
+}
+
 std::string item(const OptionRow& row) {
     std::string head;
-    for (const std::string_view name : namesOf(row)) {
-        head.append(head.empty() ? "\\fB" : ", \\fB").append(roff(name)).append("\\fR");
+    for (const std::string_view name :
+         isArgument(row) ? std::vector<std::string_view>{} : namesOf(row)) {
+        head.append(head.empty() ? "" : ", ").append(bold(name));
     }
-    if (row.value[0] != '\0') {
-        head += " \\fI" + roff(row.value) + "\\fR";
+    if (row.value.has_value()) {
+        head.append(head.empty() ? "" : " ").append(italic(say(*row.value)));
     }
-    std::string text = roff(row.help);
-    if (row.choices != nullptr && std::string_view(row.value) != "CODE") {
-        std::string_view lead = ": ";
-        for (const std::string_view choice : row.choices()) {
-            text.append(lead).append(roff(choice));
-            lead = ", ";
-        }
-    }
-    return ".TP\n" + head + "\n" + text + "\n";
+    return std::string(".TP\n").append(head).append("\n") + asItStands(helpOf(row), kItemColumns);
 }
 
 std::string section(const CommandRow& command) {
     std::string arguments;
     std::string items;
-    for (const OptionRow& row : optionRows()) {
-        if ((row.commands & command.bit) != 0) {
-            items += item(row);
-            arguments += isArgument(row) ? std::string(" \\fI") + row.names + "\\fR" : "";
-        }
+    for (const OptionRow& row : rowsOf(command)) {
+        items += item(row);
+        arguments.append(isArgument(row) ? " " : "")
+            .append(isArgument(row) ? italic(say(*row.value)) : "");
     }
-    return std::string(".SS ") + command.name + arguments + "\n" + roff(command.help) + ".\n" +
-           items + ".PP\n" + asItStands(command.footer);
+    return std::string(".SS ") + command.name + arguments + "\n" + asItStands(say(command.help)) +
+           items + ".PP\n" + asItStands(say(command.more));
+}
+
+std::string headed(Message name, const std::string& text) {
+    return std::string(".SH \"").append(roff(say(name))).append("\"\n").append(text);
 }
 
 std::string manualPage() {
+    const std::string program = bold("tvmlfilter");
+    const std::string options = std::string(" [").append(italic(say(Message::help_options))) + "]";
     std::string page = ".TH TVMLFILTER 1 ";
-    page.append(kDate).append(" \"tvmlfilter " TVMLFILTER_VERSION "\" \"User Commands\"\n");
-    page += ".SH NAME\n"
-            "tvmlfilter \\- turns plain\\-text programme scripts into TVML scripts\n"
-            ".SH SYNOPSIS\n"
-            "\\fBtvmlfilter\\fR \\fICOMMAND\\fR [\\fIOPTIONS\\fR] ...\n"
-            ".br\n"
-            "\\fBtvmlfilter\\fR [\\fIOPTIONS\\fR] \\fISCRIPT\\fR\n"
-            ".SH DESCRIPTION\n"
-            "Reads who speaks, who bows, which title and which picture is shown, in Japanese or\n"
-            "English, and writes a script that a player can show. Without a \\fICOMMAND\\fR it\n"
-            "converts. Every command has \\fB\\-\\-help\\fR.\n"
-            ".SH COMMANDS\n";
+    page.append(kDate).append(" \"tvmlfilter " TVMLFILTER_VERSION "\" \"");
+    page += say(Message::manual_title) + "\"\n" +
+            headed(Message::manual_name,
+                   std::string("tvmlfilter \\- ").append(say(Message::manual_purpose)) + "\n") +
+            headed(Message::manual_synopsis, program + " " + italic(say(Message::help_command)) +
+                                                 options + " ...\n.br\n" + program + options + " " +
+                                                 italic(say(Message::value_script)) + "\n") +
+            headed(Message::manual_description, asItStands(say(Message::manual_about)));
+    std::string commands;
     for (const CommandRow& command : commandRows()) {
-        page += section(command);
+        commands += section(command);
     }
-    page += ".SH \"EXIT STATUS\"\n";
-    // Its first line is a heading, which the page has already.
-    const std::string_view footer = programFooter();
-    page += asItStands(footer.substr(footer.find('\n') + 1));
-    page +=
-        ".SH FILES\n"
-        "In the program's folder: \\fIkeyword.ini\\fR, the vocabulary of scripts;\n"
-        "\\fIMirvol.ini\\fR, the talk speeds; \\fIdefault.xml\\fR, the description that serves\n"
-        "when none is given.\n";
-    return page;
+    return page + headed(Message::manual_commands, commands) +
+           headed(Message::manual_exitStatus, asItStands(say(Message::program_exitCodes))) +
+           headed(Message::manual_files,
+                  asItStands(say(Message::manual_inFolder) + "\n" + say(Message::manual_fileList)));
 }
 
 } // namespace
 
 int runManual(const Options&) {
     const std::string page = manualPage();
-    if (const auto failure = platform::writeStream(platform::OutputStream::output, page)) {
-        throw inputOrOutputError(outputName(kStandardStream), {}, *failure);
-    }
+    writeOutput(page);
     return kDone;
 }
 

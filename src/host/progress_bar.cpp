@@ -1,6 +1,8 @@
 // Entry: ProgressBar.
 #include "host/progress_bar.h"
 
+#include "diagnostics/text_width.h"
+#include "host/language.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
@@ -20,7 +22,10 @@ std::string progressLine(std::size_t done, std::size_t steps, std::size_t failed
     std::string line = "[";
     line.append(filled, '=').append(kWidth - filled, ' ').append("] ");
     line.append(std::to_string(done)).append("/").append(std::to_string(steps));
-    return failed == 0 ? line : line + ", " + std::to_string(failed) + " failed";
+    if (failed > 0) {
+        line += say(Message::list_comma) + say(Message::progress_failed, {std::to_string(failed)});
+    }
+    return line;
 }
 
 ProgressBar::ProgressBar(std::size_t steps)
@@ -29,7 +34,7 @@ ProgressBar::ProgressBar(std::size_t steps)
 // With blanks: not every terminal knows how to erase.
 void ProgressBar::hide() {
     if (!shown_.empty()) {
-        write(std::string("\r").append(shown_.size(), ' ').append("\r"));
+        write(std::string("\r").append(columnsOf(utf16(shown_)), ' ').append("\r"));
         shown_.clear();
     }
 }

@@ -44,9 +44,10 @@ Findings findingsOf(std::vector<Diagnostic> found, const Sources& sources,
 }
 
 std::string outputWarning(ReportFormat format, std::string_view file, TextPosition position,
-                          std::string_view text) {
+                          Message message) {
+    const std::string text = say(message);
     if (format == ReportFormat::text) {
-        return diagnosticLine(file, position, "warning", text) + "\n";
+        return diagnosticLine(file, position, Message::severity_warning, text) + "\n";
     }
     // As renderJson writes them, for one reader of all lines.
     nlohmann::ordered_json object{{"version", kJsonVersion},
@@ -70,10 +71,7 @@ Code codeNamed(const std::string& text) {
     if (const std::optional<Code> code = findCode(name)) {
         return *code;
     }
-    const std::string_view closest = closestCode(name).row().code;
-    throw HostError{kWrongUsage, "tvmlfilter: error: " + text +
-                                     " is no code of a diagnostic; the closest one is " +
-                                     std::string(closest)};
+    refuse(Message::usage_code, {text, closestCode(name).row().code});
 }
 
 } // namespace tvml::host

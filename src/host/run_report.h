@@ -46,7 +46,7 @@ Findings findingsOf(std::vector<Diagnostic> found, const Sources& sources,
 
 // A warning about the output, in the form of the findings.
 std::string outputWarning(ReportFormat format, std::string_view file, TextPosition position,
-                          std::string_view text);
+                          Message message);
 
 // The row of the table of diagnostics that has the code, in any case. Throws a
 // HostError for wrong usage that names the closest code when there is none.

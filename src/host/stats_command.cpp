@@ -11,6 +11,9 @@
 #include "host/conversion.h"
 #include "host/host_error.h"
 #include "host/inputs.h"
+#include "host/language.h"
+#include "host/shown_names.h"
+#include "host/text_files.h"
 #include "host/text_table.h"
 #include "platform/host_services.h"
 #include "reading/script_text.h"
@@ -22,15 +25,12 @@ using Json = nlohmann::ordered_json;
 
 constexpr int kJsonVersion = 1;
 
-std::string utf8(std::u16string_view text) {
-    return platform::system().toUtf8(text);
-}
-
 std::u16string numberText(std::size_t number) {
     const std::string digits = std::to_string(number);
     return {digits.begin(), digits.end()};
 }
 
+// The words of JSON.
 std::string_view kindName(TakenBy by) {
     // In the order of TakenBy.
     static constexpr std::array<std::string_view, 5> kNames{"nothing", "tag", "staging",
@@ -44,8 +44,18 @@ std::string_view useName(FileUse use) {
     return kNames[static_cast<std::size_t>(use)];
 }
 
-std::u16string wide(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
+// The same for people.
+std::u16string kindText(TakenBy by) {
+    static constexpr std::array<Message, 5> kTexts{Message::kind_nothing, Message::kind_tag,
+                                                   Message::kind_staging, Message::kind_character,
+                                                   Message::kind_pose};
+    return std::u16string(label(kTexts[static_cast<std::size_t>(by)]));
+}
+
+std::u16string useText(FileUse use) {
+    static constexpr std::array<Message, 4> kTexts{Message::use_none, Message::use_picture,
+                                                   Message::use_sound, Message::use_speech};
+    return std::u16string(label(kTexts[static_cast<std::size_t>(use)]));
 }
 
 // ---- files
@@ -81,26 +91,32 @@ void addSpeaking(TextTable& table, std::u16string_view who, const Speaking& said
 }
 
 std::u16string lineCounts(const ScriptStatistics& counts) {
-    TextTable table({{u"LINES"}, {u"", true}});
-    table.add({u"talk", numberText(counts.talkLines)});
-    table.add({u"commands", numberText(counts.commandLines)});
-    table.add({u"tag lines", numberText(counts.tagLines)});
-    table.add({u"empty", numberText(counts.emptyLines)});
-    table.add({u"all", numberText(counts.lines)});
+    TextTable table({{label(Message::head_lines)}, {u"", true}});
+    const auto add = [&table](Message what, std::size_t number) {
+        table.add({std::u16string(label(what)), numberText(number)});
+    };
+    add(Message::stats_talk, counts.talkLines);
+    add(Message::stats_commands, counts.commandLines);
+    add(Message::stats_tagLines, counts.tagLines);
+    add(Message::stats_empty, counts.emptyLines);
+    add(Message::stats_all, counts.lines);
     if (counts.withoutEffect > 0) {
-        table.add({u"without effect", numberText(counts.withoutEffect)});
+        add(Message::stats_withoutEffect, counts.withoutEffect);
     }
     return table.text();
 }
 
 std::u16string speakers(const ScriptStatistics& counts) {
-    TextTable table({{u"SPEAKER"}, {u"SPEECHES", true}, {u"CHARACTERS", true}, {u"TIME", true}});
+    TextTable table({{label(Message::head_speaker)},
+                     {label(Message::head_speeches), true},
+                     {label(Message::head_characters), true},
+                     {label(Message::head_time), true}});
     for (const auto& [letter, said] : counts.speakers) {
         addSpeaking(table, {&letter, 1}, said);
     }
-    addSpeaking(table, u"all", counts.total());
+    addSpeaking(table, label(Message::stats_all), counts.total());
     if (counts.offline.speeches > 0) {
-        addSpeaking(table, u"offline", counts.offline);
+        addSpeaking(table, label(Message::stats_offline), counts.offline);
     }
     return table.text();
 }
@@ -117,31 +133,38 @@ std::vector<CommandCount> byFrequency(const ScriptStatistics& counts) {
     return rows;
 }
 
-std::u16string commands(const ScriptStatistics& counts) {
-    TextTable table({{u"KIND"}, {u"COMMAND OR TAG"}, {u"TIMES", true}});
+std::u16string commands(const ScriptStatistics& counts, const ProgrammeOffer& offer) {
+    TextTable table({{label(Message::head_kind)},
+                     {label(Message::head_commandOrTag)},
+                     {label(Message::head_times), true}});
     for (const auto& [command, times] : byFrequency(counts)) {
-        table.add({wide(kindName(command.first)), command.second, numberText(times)});
+        table.add({kindText(command.first), shownName(offer, command.second), numberText(times)});
     }
     return counts.commands.empty() ? u"" : table.text();
 }
 
 std::u16string files(const ScriptStatistics& counts, const std::filesystem::path& folder) {
-    TextTable table({{u"FILE"}, {u"USE"}, {u"THERE"}, {u"LINES"}});
+    TextTable table({{label(Message::head_file)},
+                     {label(Message::head_use)},
+                     {label(Message::head_there)},
+                     {label(Message::head_inLines)}});
     for (const NamedFile& file : counts.files) {
         std::vector<std::u16string> lines;
         for (const std::int32_t line : file.lines) {
             lines.push_back(decimalText(line));
         }
-        table.add({file.name, wide(useName(file.use)), exists(folder, file.name) ? u"yes" : u"no",
-                   joined(lines, u", ")});
+        const Message there = exists(folder, file.name) ? Message::there_yes : Message::there_no;
+        table.add(
+            {file.name, useText(file.use), std::u16string(label(there)), joined(lines, u", ")});
     }
     return counts.files.empty() ? u"" : table.text();
 }
 
-std::string asText(const ScriptStatistics& counts, const std::filesystem::path& folder) {
+std::string asText(const Analysis& analysis, const std::filesystem::path& folder) {
+    const ScriptStatistics& counts = analysis.statistics;
     std::string text;
-    for (const std::u16string& table :
-         {lineCounts(counts), speakers(counts), commands(counts), files(counts, folder)}) {
+    for (const std::u16string& table : {lineCounts(counts), speakers(counts),
+                                        commands(counts, analysis.offer), files(counts, folder)}) {
         text.append(text.empty() || table.empty() ? "" : "\n").append(utf8(table));
     }
     return text;
@@ -193,15 +216,13 @@ std::string asJson(const ScriptStatistics& counts, const std::filesystem::path& 
 int runStats(const Options& options) {
     const Inputs inputs = readInputs(options);
     AnalysisWants wants;
-    wants.statistics = true;
-    const ScriptStatistics counts = Filter().run(inputs.request(options), wants).statistics;
+    wants.statistics = wants.offer = true;
+    const Analysis analysis = Filter().run(inputs.request(options), wants);
     const std::filesystem::path folder = folderOf(options.script);
     const std::string result = options.format == ReportFormat::json
-                                   ? asJson(counts, folder, inputs.scriptName)
-                                   : asText(counts, folder);
-    if (const auto failure = platform::writeStream(platform::OutputStream::output, result)) {
-        throw inputOrOutputError(outputName(kStandardStream), {}, *failure);
-    }
+                                   ? asJson(analysis.statistics, folder, inputs.scriptName)
+                                   : asText(analysis, folder);
+    writeOutput(result);
     return kDone;
 }
 

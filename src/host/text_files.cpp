@@ -18,8 +18,7 @@ std::string readBytes(const std::string& file) {
     const platform::Failure failure = file == kStandardStream ? platform::readStandardInput(bytes)
                                                               : platform::readFile(file, bytes);
     if (failure) {
-        throw inputOrOutputError(inputName(file), {},
-                                 *failure + "; check the name and that the file can be read");
+        throw inputOrOutputError(inputName(file), {}, Message::file_read, {*failure});
     }
     return bytes;
 }
@@ -27,21 +26,18 @@ std::string readBytes(const std::string& file) {
 // What to say of the first bytes that do not decode. What helps depends on how
 // the encoding was chosen: by the user, by detection from the bytes, or by
 // detection with most of the text agreeing.
-std::string undecodableText(const DecodedText& decoded, InputEncoding wanted,
-                            std::string_view bytes) {
+HostError undecodable(const std::string& file, const DecodedText& decoded, InputEncoding wanted,
+                      std::string_view bytes) {
     const std::size_t offset = *decoded.badOffset;
-    std::array<char, 80> where{};
-    std::snprintf(where.data(), where.size(), "the byte 0x%02X at offset %zu does not decode as ",
-                  static_cast<unsigned>(static_cast<unsigned char>(bytes[offset])), offset);
-    const std::string text = where.data() + std::string(encodingName(decoded.encoding));
-    if (wanted != InputEncoding::detect) {
-        return text + "; leave the encoding to be detected, or name the right one";
-    }
-    if (decoded.encoding == InputEncoding::cp932) {
-        return text + ", nor is the file UTF-8; save it as UTF-8, or name its encoding with "
-                      "--encoding";
-    }
-    return text + ", as the text before it does; mend this place or save the file anew";
+    std::array<char, 3> byte{};
+    std::snprintf(byte.data(), byte.size(), "%02X",
+                  static_cast<unsigned>(static_cast<unsigned char>(bytes[offset])));
+    const Message message = wanted != InputEncoding::detect            ? Message::file_undecodable
+                            : decoded.encoding == InputEncoding::cp932 ? Message::file_neither
+                                                                       : Message::file_damaged;
+    return inputOrOutputError(
+        inputName(file), positionIn(decoded.text, decoded.text.size()), message,
+        {byte.data(), std::to_string(offset), encodingName(decoded.encoding)});
 }
 
 // The filter knows the line feed alone as the end of a line; a carriage return
@@ -61,15 +57,13 @@ std::u16string readText(const std::string& file, InputEncoding encoding) {
     // What was decoded before the bad bytes tells their line and column.
     DecodedText decoded = decodeText(bytes, encoding);
     if (decoded.badOffset) {
-        throw inputOrOutputError(inputName(file), positionIn(decoded.text, decoded.text.size()),
-                                 undecodableText(decoded, encoding, bytes));
+        throw undecodable(file, decoded, encoding, bytes);
     }
     // The filter's texts end at such a character: the rest would be lost.
     const std::size_t terminator = decoded.text.find(u'\0');
     if (terminator != std::u16string::npos) {
         throw inputOrOutputError(inputName(file), positionIn(decoded.text, terminator),
-                                 "the text holds a NUL character; take it out, or if the file is "
-                                 "UTF-16 without a byte order mark, say so with --encoding");
+                                 Message::file_nul);
     }
     turnLineEnds(decoded.text);
     return std::move(decoded.text);
@@ -117,10 +111,12 @@ void writeBytes(const std::string& file, std::string_view bytes) {
         file == kStandardStream ? platform::writeStream(platform::OutputStream::output, bytes)
                                 : platform::replaceFile(file, bytes);
     if (failure) {
-        throw inputOrOutputError(outputName(file), {},
-                                 *failure + "; check that the folder exists, can be written to and "
-                                            "has room");
+        throw inputOrOutputError(outputName(file), {}, Message::file_write, {*failure});
     }
+}
+
+void writeOutput(std::string_view text) {
+    writeBytes(std::string(kStandardStream), text);
 }
 
 TextPosition positionIn(std::u16string_view text, std::size_t offset) {

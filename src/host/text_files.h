@@ -25,6 +25,9 @@ void writeScript(const std::string& file, std::u16string_view text, OutputEncodi
 // The same with bytes as they are.
 void writeBytes(const std::string& file, std::string_view bytes);
 
+// To standard output.
+void writeOutput(std::string_view text);
+
 // Where `offset` is in `text`.
 TextPosition positionIn(std::u16string_view text, std::size_t offset);
 

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 constexpr std::chrono::milliseconds kQuiet = 50ms;
 constexpr std::chrono::milliseconds kLongest = 1000ms;
 
-void say(const std::string& line) {
+void tell(const std::string& line) {
     platform::writeStream(platform::OutputStream::error, line + "\n");
 }
 
@@ -27,10 +27,10 @@ void convertOrTell(const Options& options, const std::function<void()>& convert)
         convert();
         // JSON is for programs, which see the output change.
         if (options.format == ReportFormat::text) {
-            say("tvmlfilter: wrote " + options.output);
+            tell("tvmlfilter: " + say(Message::watch_wrote, {options.output}));
         }
     } catch (const HostError& failure) {
-        say(failure.message);
+        tell(failure.message);
     }
 }
 
@@ -53,9 +53,7 @@ int watchInputs(const Options& options, const std::function<void()>& convert) {
     if (const platform::Failure failure =
             watch.start({options.script, description, fileOfProgram(u"keyword.ini"),
                          fileOfProgram(u"Mirvol.ini")})) {
-        throw inputOrOutputError(options.script, {},
-                                 "cannot be watched, nor can the files that belong to it: " +
-                                     *failure);
+        throw inputOrOutputError(options.script, {}, Message::failure_watch, {*failure});
     }
     do {
         convertOrTell(options, convert);

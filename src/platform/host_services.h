@@ -40,6 +40,9 @@ enum class OutputStream : std::uint8_t { output, error };
 // Somebody reads the stream as it is written.
 bool isTerminal(OutputStream stream);
 
+// The width of the stream's terminal; 0 without one.
+std::size_t terminalColumns(OutputStream stream);
+
 // Both replace `bytes`; after a failure it holds what was read before.
 Failure readFile(const std::string& path, std::string& bytes);
 Failure readStandardInput(std::string& bytes);

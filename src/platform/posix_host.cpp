@@ -18,6 +18,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -240,6 +241,11 @@ std::string userLanguage() {
 
 bool isTerminal(OutputStream stream) {
     return ::isatty(descriptorOf(stream)) == 1;
+}
+
+std::size_t terminalColumns(OutputStream stream) {
+    winsize size{};
+    return ::ioctl(descriptorOf(stream), TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 Failure readFile(const std::string& path, std::string& bytes) {

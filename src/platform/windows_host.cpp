@@ -344,6 +344,12 @@ bool isTerminal(OutputStream stream) {
     return GetConsoleMode(handleOf(stream), &mode) != 0;
 }
 
+std::size_t terminalColumns(OutputStream stream) {
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    const bool known = GetConsoleScreenBufferInfo(handleOf(stream), &info) != 0;
+    return known ? static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1) : 0;
+}
+
 Failure readFile(const std::string& path, std::string& bytes) {
     const Handle file(CreateFileW(toWide(path).c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,

@@ -70,7 +70,7 @@ TEST(HostCompletion, EveryOptionOfTheHelpIsCompletedAndInTheManual) {
     const Workspace work;
     std::filesystem::create_directories(work.path("place"));
     const std::string manual = work.run({"man"}).output;
-    const std::regex option("\n  (-[a-z])?,?(--[a-z-]+)");
+    const std::regex option("\n  (-[a-z])?(?:, )?(--[a-z-]+)");
     const std::vector<std::string> commands = completed(work, "''");
     ASSERT_EQ(commands.front(), "convert");
     for (const std::string& command : commands) {

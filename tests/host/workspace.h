@@ -5,6 +5,7 @@
 #include "platform/platform.h"
 #include "platform/temporary_folder.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -58,8 +59,8 @@ public:
         return std::distance(Iterator(folder_.path()), Iterator());
     }
 
-    // Runs the program in the shell, with its streams in files of a folder of
-    // their own.
+    // Runs the program in the shell, in English unless the arguments say otherwise,
+    // with its streams in files of a folder of their own.
     Outcome run(const std::vector<std::string>& arguments, std::string_view input = {}) const {
         return run(beside(HOST_PROGRAM), arguments, input);
     }
@@ -73,6 +74,9 @@ public:
         const std::filesystem::path err = streams_.path() / "err";
         std::ofstream(in, std::ios::binary) << input;
         std::string command = shellQuotes + quoted(program);
+        if (std::ranges::find(arguments, "--language") == arguments.end()) {
+            command += " --language en";
+        }
         for (const std::string& argument : arguments) {
             command.append(" ").append(quoted(argument));
         }
