@@ -114,7 +114,7 @@ void makeFolder(const std::string& folder) {
     std::error_code failure;
     fs::create_directories(pathOf(folder), failure);
     if (failure) {
-        throw inputOrOutputError(folder, {}, Message::file_folder, {failure.message()});
+        throw inputOrOutputError(folder, {}, Message::file_folder, {systemText(failure.message())});
     }
 }
 

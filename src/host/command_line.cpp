@@ -92,7 +92,9 @@ std::vector<std::string_view> codes() {
 
 // As errors call the option.
 std::string nameOf(const OptionRow& row) {
-    return isArgument(row) ? say(*row.value) : std::string(namesOf(row).back());
+    const bool several = row.value == Message::value_scripts;
+    return !isArgument(row) ? std::string(namesOf(row).back())
+                            : say(several ? Message::value_script : *row.value);
 }
 
 [[noreturn]] void refuseChoice(const OptionRow& row, const std::string& name) {
@@ -281,15 +283,17 @@ std::string unexpectedText(const CommandRow& command, std::string_view given) {
 }
 
 // The option that an error of the parser is about: it begins with the name.
-std::string mismatchText(const CommandRow& command, const CLI::App& app, const std::string& error) {
+std::string mismatchText(const CommandRow& command, const CLI::App& app,
+                         std::string_view error) {
+    error.remove_prefix(std::min(error.find_first_not_of('-'), error.size()));
     for (const OptionRow& row : rowsOf(command)) {
-        const CLI::Option* option = app.get_option(std::string(namesOf(row).back()));
-        if (!error.starts_with(option->get_name())) {
+        const std::string name(namesOf(row).back());
+        if (isArgument(row) || !error.starts_with(name.substr(2))) {
             continue;
         }
-        return !row.value.has_value() ? say(Message::usage_flag, {nameOf(row)})
-               : option->count() > 1  ? say(Message::usage_twice, {nameOf(row)})
-                                      : say(Message::usage_noValue, {nameOf(row), say(*row.value)});
+        return !row.value.has_value()             ? say(Message::usage_flag, {name})
+               : app.get_option(name)->count() > 1 ? say(Message::usage_twice, {name})
+                                                   : say(Message::usage_noValue, {name, say(*row.value)});
     }
     return say(Message::usage_other, {error});
 }
@@ -303,14 +307,10 @@ std::string missingText(const CommandRow& command) {
 // In our words what the parser found.
 HostError usageError(const CommandRow& command, const CLI::App& app, const CLI::ParseError& error) {
     const auto rest = app.remaining(true);
-    std::string text;
-    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && !rest.empty()) {
-        text = unexpectedText(command, rest.front());
-    } else if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
-        text = missingText(command);
-    } else {
-        text = mismatchText(command, app, error.what());
-    }
+    const bool missing = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+    const std::string text = !rest.empty() ? unexpectedText(command, rest.front())
+                             : missing     ? missingText(command)
+                                           : mismatchText(command, app, error.what());
     return {kWrongUsage,
             errorLine(Message::usage_hint, {text, std::string("tvmlfilter ") + command.name})};
 }

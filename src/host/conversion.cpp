@@ -74,7 +74,7 @@ Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, Voca
 std::u16string convertWithLibrary(const std::string& file, const ConversionRequest& request) {
     platform::FilterLibrary library;
     if (const platform::Failure failure = library.open(absolutePath(file))) {
-        throw inputOrOutputError(file, {}, Message::file_library, {*failure});
+        throw inputOrOutputError(file, {}, Message::file_library, {systemText(*failure)});
     }
     return callLibrary(library.function(), file, request);
 }

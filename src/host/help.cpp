@@ -16,8 +16,8 @@ std::string row(std::string_view term, std::string_view text) {
     return std::string(term).append("\t").append(text).append("\n");
 }
 
-std::string helpRow() {
-    return row("-h, --help", say(Message::help_help));
+std::string rowOf(const ProgramOption& option) {
+    return row(option.names, say(option.help));
 }
 
 std::string rowOf(const OptionRow& option) {
@@ -48,9 +48,10 @@ std::string programHelp() {
     for (const CommandRow& command : commandRows()) {
         commands += row(command.name, say(command.help));
     }
-    std::string options = helpRow();
-    options += row("--help-all", say(Message::help_helpAll));
-    options += row("--version", say(Message::help_version));
+    std::string options;
+    for (const ProgramOption& option : kProgramOptions) {
+        options += rowOf(option);
+    }
     for (const OptionRow& option : optionRows()) {
         options += option.commands == kAllCommands ? rowOf(option) : "";
     }
@@ -65,7 +66,7 @@ std::string programHelp() {
 std::string commandHelp(const CommandRow& command) {
     std::string usage;
     std::string arguments;
-    std::string options = helpRow();
+    std::string options = rowOf(kProgramOptions[0]);
     for (const OptionRow& option : rowsOf(command)) {
         (isArgument(option) ? arguments : options) += rowOf(option);
         usage.append(isArgument(option) ? " " : "")

@@ -2,7 +2,9 @@
 #include "host/language.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
+#include <system_error>
 
 #include "platform/host_services.h"
 #include "platform/platform.h"
@@ -29,6 +31,22 @@ std::optional<Language> givenLanguage(const std::vector<std::string>& arguments)
     }
     return given;
 }
+
+struct SystemFailure {
+    std::errc code;
+    Message text;
+};
+constexpr SystemFailure kSystemFailures[] = {
+    {std::errc::no_such_file_or_directory, Message::system_missing},
+    {std::errc::permission_denied, Message::system_denied},
+    {std::errc::is_a_directory, Message::system_folder},
+    {std::errc::not_a_directory, Message::system_noFolder},
+    {std::errc::file_exists, Message::system_exists},
+    {std::errc::no_space_on_device, Message::system_full},
+    {std::errc::read_only_file_system, Message::system_readOnly},
+    {std::errc::filename_too_long, Message::system_longName},
+    {std::errc::too_many_files_open, Message::system_manyFiles},
+};
 
 // The texts of the catalogue are UTF-16, values and results UTF-8; values may be
 // no UTF-8 at all, as file names are, and stay as they are.
@@ -79,6 +97,13 @@ std::string say(Message message, Values values) {
 
 std::string sayCounted(Message message, std::size_t number, Values values) {
     return filled(counted(message, language(), number), values);
+}
+
+std::string systemText(const std::string& failure) {
+    const auto row = std::ranges::find(kSystemFailures, failure, [](const SystemFailure& each) {
+        return std::make_error_code(each.code).message();
+    });
+    return row == std::end(kSystemFailures) ? failure : say(row->text);
 }
 
 std::string errorLine(std::string_view text) {

@@ -35,6 +35,9 @@ std::string say(Message message, Values values = {});
 // The form for so many things.
 std::string sayCounted(Message message, std::size_t number, Values values = {});
 
+// What a system says about a failure, where it says that in English alone.
+std::string systemText(const std::string& failure);
+
 // "tvmlfilter: error: " and the text.
 std::string errorLine(std::string_view text);
 std::string errorLine(Message message, Values values = {});

@@ -90,13 +90,8 @@ std::string show(std::string_view table, const Options& options, const TextTable
 
 std::string showNames(std::string_view table, const Options& options, const Loaded& loaded,
                       std::span<const KindName> kinds) {
-    const bool wordsFirst = namesCommandsByWords(language());
-    TableColumn first{label(Message::head_english)};
-    TableColumn last{label(Message::head_vocabulary)};
-    if (wordsFirst) {
-        std::swap(first, last);
-    }
-    TextTable text({first, {label(Message::head_kind)}, last});
+    TextTable text(
+        {{label(Message::head_english)}, {label(Message::head_kind)}, {label(Message::head_vocabulary)}});
     Json rows = Json::array();
     for (const OfferedName& name : loaded.offer.names) {
         const auto kind = std::ranges::find(kinds, name.kind, &KindName::kind);
@@ -104,9 +99,7 @@ std::string showNames(std::string_view table, const Options& options, const Load
             continue;
         }
         const std::u16string english = englishOf(name);
-        const std::u16string own = joined(name.words, u", ");
-        text.add({wordsFirst ? own : english, std::u16string(label(kind->text)),
-                  wordsFirst ? english : own});
+        text.add({english, std::u16string(label(kind->text)), joined(name.words, u", ")});
         Json words = Json::array();
         for (const std::u16string& word : name.words) {
             words.push_back(utf8(word));

@@ -100,11 +100,15 @@ std::string manualPage() {
                                                  options + " ...\n.br\n" + program + options + " " +
                                                  italic(say(Message::value_script)) + "\n") +
             headed(Message::manual_description, asItStands(say(Message::manual_about)));
+    std::string own;
+    for (const ProgramOption& option : kProgramOptions) {
+        own += ".TP\n" + bold(option.names) + "\n" + asItStands(say(option.help), kItemColumns);
+    }
     std::string commands;
     for (const CommandRow& command : commandRows()) {
         commands += section(command);
     }
-    return page + headed(Message::manual_commands, commands) +
+    return page + headed(Message::help_options, own) + headed(Message::manual_commands, commands) +
            headed(Message::manual_exitStatus, asItStands(say(Message::program_exitCodes))) +
            headed(Message::manual_files,
                   asItStands(say(Message::manual_inFolder) + "\n" + say(Message::manual_fileList)));

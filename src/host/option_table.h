@@ -42,6 +42,17 @@ struct OptionRow {
     std::vector<std::string_view> (*choices)() = nullptr; // the values that it takes, if few
 };
 
+// Options of the program itself, which answer and exit.
+struct ProgramOption {
+    const char* names;
+    Message help;
+};
+inline constexpr ProgramOption kProgramOptions[] = {
+    {"-h, --help", Message::help_help}, // of every command, too
+    {"--help-all", Message::help_helpAll},
+    {"--version", Message::help_version},
+};
+
 // In the order of the help; the first command is run when the arguments name
 // none.
 std::span<const CommandRow> commandRows();

@@ -9,7 +9,8 @@
 namespace tvml::host {
 
 // The word of the vocabulary or the description for a command, a tag or a pose
-// in languages that name them so; else the name, which is English.
+// in languages that name them so, with "～" for an argument; else the name, which
+// is English.
 std::u16string shownName(const ProgrammeOffer& offer, const std::u16string& english);
 
 } // namespace tvml::host

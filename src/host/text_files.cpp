@@ -18,7 +18,7 @@ std::string readBytes(const std::string& file) {
     const platform::Failure failure = file == kStandardStream ? platform::readStandardInput(bytes)
                                                               : platform::readFile(file, bytes);
     if (failure) {
-        throw inputOrOutputError(inputName(file), {}, Message::file_read, {*failure});
+        throw inputOrOutputError(inputName(file), {}, Message::file_read, {systemText(*failure)});
     }
     return bytes;
 }
@@ -111,7 +111,7 @@ void writeBytes(const std::string& file, std::string_view bytes) {
         file == kStandardStream ? platform::writeStream(platform::OutputStream::output, bytes)
                                 : platform::replaceFile(file, bytes);
     if (failure) {
-        throw inputOrOutputError(outputName(file), {}, Message::file_write, {*failure});
+        throw inputOrOutputError(outputName(file), {}, Message::file_write, {systemText(*failure)});
     }
 }
 

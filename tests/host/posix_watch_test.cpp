@@ -38,14 +38,16 @@ public:
         work_.write("in/script", "A: one");
         work_.write("far/description", kStaging);
         fs::create_symlink(work_.path("far/description"), work_.path("in/description"));
-        std::array<std::string, 7> words{work_.path(std::string("bin/").append(HOST_PROGRAM)),
+        std::array<std::string, 9> words{work_.path(std::string("bin/").append(HOST_PROGRAM)),
                                          work_.path("in/script"),
                                          "-d",
                                          work_.path("in/description"),
                                          "-o",
                                          work_.path("output"),
-                                         "--watch"};
-        std::array<char*, 8> arguments{};
+                                         "--watch",
+                                         "--language",
+                                         "en"};
+        std::array<char*, 10> arguments{};
         std::ranges::transform(words, arguments.begin(),
                                [](std::string& word) { return word.data(); });
         posix_spawn_file_actions_t actions;
