@@ -17,7 +17,8 @@ constexpr std::int32_t kCardReach = 3;
 
 // Kana that take a voicing mark; each is followed by its voiced form, those of the
 // last row by the half-voiced one as well.
-constexpr std::u16string_view kVoiced = u"かきくけこさしすせそたちつてとカキクケコサシスセソタチツテト";
+constexpr std::u16string_view kVoiced =
+    u"かきくけこさしすせそたちつてとカキクケコサシスセソタチツテト";
 constexpr std::u16string_view kHalfVoiced = u"はひふへほハヒフヘホ";
 
 // The one character that a kana and the mark behind it are; empty when there is none.
@@ -160,8 +161,9 @@ struct DiagnosticCollector::Work {
         }
         const std::size_t before = script.rfind(u'\n', mark - 1);
         const std::size_t start = before == kNone ? 0 : before + 1;
-        const auto line = 1 + std::count(script.begin(),
-                                         script.begin() + static_cast<std::ptrdiff_t>(start), u'\n');
+        const auto line =
+            1 +
+            std::count(script.begin(), script.begin() + static_cast<std::ptrdiff_t>(start), u'\n');
         add("S173", {static_cast<std::int32_t>(line), mark - 1 - start, 2}, {});
         const std::u16string whole = composed(script[mark - 1], script[mark]);
         if (!whole.empty()) {

@@ -149,8 +149,9 @@ LineSign signOf(std::u16string_view line) {
     if (isRuler) {
         return LineSign::ruler;
     }
-    if (first == u'※' || first == u';' || first == u'；' || line.starts_with(u"//") || line.starts_with(u"／／") || first == u'#' ||
-        first == u'＃' || line.starts_with(u"/*") || line.starts_with(u"<!--")) {
+    if (first == u'※' || first == u';' || first == u'；' || line.starts_with(u"//") ||
+        line.starts_with(u"／／") || first == u'#' || first == u'＃' || line.starts_with(u"/*") ||
+        line.starts_with(u"<!--")) {
         return LineSign::comment;
     }
     const bool isCircled = (first == u'○' || first == u'〇' || first == u'◯' || first == u'●' ||
@@ -745,8 +746,8 @@ bool beginsOddly(std::u16string_view line) {
     const char16_t first = line.front();
     if (first < 0x80) {
         return first == u'#' || first == u'/' || first == u'*' || first == u'-' || first == u'=' ||
-               first == u'<' || first == u'_' || first == u';' || first == u'~' || isUpper(line[1]) ||
-               line.starts_with(u"Scene ") || line.starts_with(u"Act ");
+               first == u'<' || first == u'_' || first == u';' || first == u'~' ||
+               isUpper(line[1]) || line.starts_with(u"Scene ") || line.starts_with(u"Act ");
     }
     // Kana, kanji and what else Japanese sentences begin with, but for scenes.
     const bool isWordUnit =
