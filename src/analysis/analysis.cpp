@@ -58,6 +58,9 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
         if (std::any_of(result.problems.begin(), result.problems.end(), isBrokenDescription)) {
             dropConsequences(ofScript, conversion.script, conversion.description, request.language);
         }
+        if (wants.returnsAsLineEnds) {
+            result.problems.push_back(returnsAsLineEnds(conversion.script, request.language));
+        }
         append(result.problems, std::move(ofScript));
     }
     if (wants.elements) {

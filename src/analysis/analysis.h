@@ -43,6 +43,7 @@ struct LineRange {
 // What a tool wants to know besides the converted script.
 struct AnalysisWants {
     bool problems = false;                              // of the script and the description
+    bool returnsAsLineEnds = false;                     // the script had them; it is to be told
     std::optional<std::u16string_view> vocabulary = {}; // the words' ini text, to be checked, too
     LineRange stories = {};
     bool sourceMap = false;

@@ -3,14 +3,38 @@
 // A line is looked at as a whole, with its reading and what became of it, so that
 // the message names the slip and not each of its consequences. A line without
 // problems costs a few comparisons.
+#include <algorithm>
+
 #include "diagnostics/script_problems.h"
 #include "reading/script_text.h"
+#include "vocabulary/unit_search.h"
 
 namespace tvml {
 namespace {
 
 // A title and a subtitle this many lines apart were hardly meant as two cards.
 constexpr std::int32_t kCardReach = 3;
+
+// Kana that take a voicing mark; each is followed by its voiced form, those of the
+// last row by the half-voiced one as well.
+constexpr std::u16string_view kVoiced =
+    u"かきくけこさしすせそたちつてとカキクケコサシスセソタチツテト";
+constexpr std::u16string_view kHalfVoiced = u"はひふへほハヒフヘホ";
+
+// The one character that a kana and the mark behind it are; empty when there is none.
+std::u16string composed(char16_t kana, char16_t mark) {
+    const bool isHalf = mark == u'\u309A';
+    if (kHalfVoiced.find(kana) != kNone) {
+        return std::u16string(1, static_cast<char16_t>(kana + (isHalf ? 2 : 1)));
+    }
+    if (!isHalf && kVoiced.find(kana) != kNone) {
+        return std::u16string(1, static_cast<char16_t>(kana + 1));
+    }
+    if (!isHalf && (kana == u'う' || kana == u'ウ')) {
+        return std::u16string(1, kana == u'う' ? u'ゔ' : u'ヴ');
+    }
+    return {};
+}
 
 bool needsCheck(const ScriptChecks& checks, const CheckedLine& checked) {
     const ScriptLine& line = checked.line;
@@ -119,6 +143,53 @@ struct DiagnosticCollector::Work {
         }
     }
 
+    // Whether all of a script's line ends are carriage returns.
+    static bool endsLinesWithReturns(std::u16string_view script) {
+        return findUnit(script, u'\n') == kNone && findUnit(script, u'\r') != kNone;
+    }
+
+    // A syllable and its voicing mark as two characters: the first one, and how many
+    // lines have such.
+    void checkDecomposed() {
+        const std::u16string_view script = request.script;
+        const auto next = [script](std::size_t from) {
+            return std::min(findUnit(script, u'\u3099', from), findUnit(script, u'\u309A', from));
+        };
+        std::size_t mark = next(0);
+        if (mark == kNone || mark == 0) {
+            return;
+        }
+        const std::size_t before = script.rfind(u'\n', mark - 1);
+        const std::size_t start = before == kNone ? 0 : before + 1;
+        const auto line =
+            1 +
+            std::count(script.begin(), script.begin() + static_cast<std::ptrdiff_t>(start), u'\n');
+        add("S173", {static_cast<std::int32_t>(line), mark - 1 - start, 2}, {});
+        const std::u16string whole = composed(script[mark - 1], script[mark]);
+        if (!whole.empty()) {
+            checks->found.back().suggestions = {whole};
+        }
+        tellCount("S173", linesWith(mark, next));
+    }
+
+    void tellCount(Code code, std::size_t lines) {
+        Diagnostic& told = checks->found.back();
+        if (told.code == code && lines > 1) {
+            told.message += counted(Message::repeated_more, language, lines - 1);
+        }
+    }
+
+    // The lines from that of `at` on that hold what `next` finds.
+    template <typename Next> std::size_t linesWith(std::size_t at, Next next) const {
+        std::size_t lines = 0;
+        while (at != kNone) {
+            ++lines;
+            const std::size_t end = findUnit(request.script, u'\n', at);
+            at = end == kNone ? kNone : next(end);
+        }
+        return lines;
+    }
+
     void checkTerminator() {
         const std::u16string_view script = request.script;
         const std::size_t read =
@@ -134,6 +205,11 @@ struct DiagnosticCollector::Work {
         }
     }
 };
+
+Diagnostic returnsAsLineEnds(std::u16string_view script, Language language) {
+    const std::size_t end = std::min(script.find_first_of(u"\r\n"), script.size());
+    return makeDiagnostic("F410", language, SourceKind::script, {1, end, 0});
+}
 
 DiagnosticCollector::DiagnosticCollector(const ConversionRequest& request, Language language)
     : work_(std::make_unique<Work>(request, language)) {}
@@ -173,6 +249,10 @@ void DiagnosticCollector::finished(const TvmlScript&) {
     work.checkPlayLine(work.request.playFrom, work.number);
     work.checkPlayLine(work.request.playTo, std::int64_t{work.number} + 1);
     work.checkTerminator();
+    work.checkDecomposed();
+    if (Work::endsLinesWithReturns(work.request.script)) {
+        work.checks->found.push_back(returnsAsLineEnds(work.request.script, work.language));
+    }
     work.found = std::move(work.checks->found);
     work.checks.reset(); // the run's tables end with the run
 }

@@ -34,11 +34,13 @@ Message exampleTitle(ExampleKind kind) {
     return kExampleTitles[static_cast<std::size_t>(kind)];
 }
 
-// A terminator cannot stand in a page.
+// A terminator cannot stand in a page, nor can a carriage return: its sign ends
+// the line there.
 std::string shownText(std::u16string_view text, const platform::Platform& platform) {
-    std::u16string shown(text);
-    for (char16_t& unit : shown) {
-        unit = unit == u'\0' ? u'\x2400' : unit;
+    std::u16string shown;
+    for (const char16_t unit : text) {
+        shown += unit == u'\0' ? u'\x2400' : unit == u'\r' ? u'\x240D' : unit;
+        shown.append(unit == u'\r' ? 1 : 0, u'\n');
     }
     return platform.toUtf8(shown);
 }

@@ -147,6 +147,7 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"S169", Severity::note, ExampleKind::script, u"（オンライン）\n"},
     DiagnosticRow{"S170", Severity::warning, ExampleKind::script, u"（オフライン）\n"},
     DiagnosticRow{"S171", Severity::warning, ExampleKind::script, u"・Ａ：こんにちは。\n"},
+    DiagnosticRow{"S173", Severity::note, ExampleKind::script, u"Ａ：こんばんは。おけ\u3099んきて\u3099すか。\n"},
 
     // ---- V: the vocabulary
     DiagnosticRow{"V201", Severity::error, ExampleKind::vocabulary, u";title=タイトル\n"},
@@ -219,6 +220,7 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"F403", Severity::error, ExampleKind::description, wholeText(u"<staging>\n<numofchar>2</numofchar>\n</staging>\n\0<!-- end -->\n")},
     DiagnosticRow{"F404", Severity::warning, ExampleKind::playLine, u"Ａ：こんにちは。\n"},
     DiagnosticRow{"F405", Severity::note, ExampleKind::brokenDescription, u"Ａ：こんにちは。\n"},
+    DiagnosticRow{"F410", Severity::warning, ExampleKind::script, u"Ａ：こんにちは。\rＢ：こんにちは。\r"},
 };
 // clang-format on
 

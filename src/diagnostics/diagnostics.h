@@ -86,6 +86,10 @@ std::vector<Diagnostic> checkDescription(std::u16string_view description, const 
 std::vector<Diagnostic> checkVocabulary(const KeywordTable& words, std::u16string_view iniText,
                                         Language language = Language::en);
 
+// About a script whose lines end with carriage returns alone, also when they were
+// read as line ends before the conversion.
+Diagnostic returnsAsLineEnds(std::u16string_view script, Language language);
+
 // Of a script whose description is broken: takes what may come of that alone out
 // of `found`, such as models that are not there, and tells how much it was.
 void dropConsequences(std::vector<Diagnostic>& found, std::u16string_view script,

@@ -149,8 +149,9 @@ LineSign signOf(std::u16string_view line) {
     if (isRuler) {
         return LineSign::ruler;
     }
-    if (first == u'※' || line.starts_with(u"//") || line.starts_with(u"／／") || first == u'#' ||
-        first == u'＃' || line.starts_with(u"/*") || line.starts_with(u"<!--")) {
+    if (first == u'※' || first == u';' || first == u'；' || line.starts_with(u"//") ||
+        line.starts_with(u"／／") || first == u'#' || first == u'＃' || line.starts_with(u"/*") ||
+        line.starts_with(u"<!--")) {
         return LineSign::comment;
     }
     const bool isCircled = (first == u'○' || first == u'〇' || first == u'◯' || first == u'●' ||
@@ -745,8 +746,8 @@ bool beginsOddly(std::u16string_view line) {
     const char16_t first = line.front();
     if (first < 0x80) {
         return first == u'#' || first == u'/' || first == u'*' || first == u'-' || first == u'=' ||
-               first == u'<' || first == u'_' || first == u'~' || isUpper(line[1]) ||
-               line.starts_with(u"Scene ") || line.starts_with(u"Act ");
+               first == u'<' || first == u'_' || first == u';' || first == u'~' ||
+               isUpper(line[1]) || line.starts_with(u"Scene ") || line.starts_with(u"Act ");
     }
     // Kana, kanji and what else Japanese sentences begin with, but for scenes.
     const bool isWordUnit =
@@ -788,9 +789,13 @@ bool layoutNeedsCheck(const ScriptChecks& checks, const ScriptLine& line) {
         const char16_t open = checks.words[u"kakko"].textOrEmpty().substr(0, 1).empty()
                                   ? u'('
                                   : checks.words[u"kakko"].textOrEmpty().front();
+        const std::size_t ascii = content.rfind(u'(');
         const std::size_t first = findUnit(content, open);
         const std::size_t second = first == kNone ? kNone : findUnit(content, open, first + 1);
-        if (second != kNone && isClosing(content[second - 1], checks.words)) {
+        const auto isBehindGroup = [&](std::size_t at) {
+            return at != kNone && at > 0 && isClosing(content[at - 1], checks.words);
+        };
+        if (isBehindGroup(second) || isBehindGroup(ascii)) {
             return true;
         }
     }

@@ -21,6 +21,7 @@ int runCheck(const Options& options) {
     Filter filter;
     AnalysisWants wants;
     wants.problems = true;
+    wants.returnsAsLineEnds = inputs.lineEnds == LineEnds::returns;
     Analysis analysis = filter.run(request, wants, VocabularyCheck::always);
     const Sources sources = inputs.sources(filter.vocabulary());
     const Findings findings =

@@ -99,6 +99,7 @@ Converted convert(const Options& options, const Inputs& inputs) {
     Filter filter;
     AnalysisWants wants;
     wants.problems = true;
+    wants.returnsAsLineEnds = inputs.lineEnds == LineEnds::returns;
     wants.sourceMap = wants.elements = !options.sourceMap.empty();
     Converted result{{}, filter.run(request, wants, VocabularyCheck::whenCutOff)};
     result.text = std::move(result.analysis.tvml);

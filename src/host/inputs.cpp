@@ -34,7 +34,9 @@ Inputs readInputs(const Options& options) {
     Inputs inputs;
     inputs.scriptName = inputName(options.script);
     inputs.descriptionName = inputName(description);
-    inputs.script = readScript(options.script, options.encoding);
+    ScriptText script = readScript(options.script, options.encoding);
+    inputs.script = std::move(script.text);
+    inputs.lineEnds = script.lineEnds;
     inputs.description = readDescription(description, descriptionEncoding);
     return inputs;
 }

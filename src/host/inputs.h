@@ -6,12 +6,14 @@
 
 #include "diagnostics/diagnostics.h"
 #include "host/command_line.h"
+#include "host/text_files.h"
 
 namespace tvml::host {
 
 struct Inputs {
     std::u16string script;
     std::u16string description;
+    LineEnds lineEnds = LineEnds::feeds; // of the script's file
     std::string scriptName; // of the files, as messages call them
     std::string descriptionName;
 

@@ -119,6 +119,32 @@ DecodedText decodeText(std::string_view bytes, InputEncoding encoding) {
     return result;
 }
 
+bool isIso2022Jp(std::string_view bytes) {
+    return bytes.find("\x1B$B") != std::string_view::npos ||
+           bytes.find("\x1B$@") != std::string_view::npos;
+}
+
+// All of its characters are pairs with both top bits set; a quarter of any Japanese
+// text is kana, which have rows of their own.
+bool isEucJp(std::string_view bytes) {
+    const auto at = [bytes](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    std::size_t pairs = 0;
+    std::size_t kana = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (at(i) < 0x80) {
+            continue;
+        }
+        const bool isPair = at(i) >= 0xA1 && i + 1 < bytes.size() && at(i + 1) >= 0xA1;
+        if (!isPair) {
+            return false;
+        }
+        kana += at(i) == 0xA4 || at(i) == 0xA5 ? 1 : 0;
+        ++pairs;
+        ++i;
+    }
+    return pairs > 0 && 4 * kana >= pairs;
+}
+
 std::string_view encodingName(InputEncoding encoding) {
     switch (encoding) {
     case InputEncoding::utf16le:

@@ -25,6 +25,12 @@ struct DecodedText {
 // all bytes, or nearly all, are UTF-8; else code page 932.
 DecodedText decodeText(std::string_view bytes, InputEncoding encoding);
 
+// Whether the bytes are of an encoding that is not read, though they decode as one
+// that is: the escape sequences of the first are ASCII, and the pairs of the second
+// half-width katakana.
+bool isIso2022Jp(std::string_view bytes);
+bool isEucJp(std::string_view bytes);
+
 // As messages show it, such as "UTF-8".
 std::string_view encodingName(InputEncoding encoding);
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdio>
 
+#include "host/language.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
@@ -40,9 +41,27 @@ HostError undecodable(const std::string& file, const DecodedText& decoded, Input
         {byte.data(), std::to_string(offset), encodingName(decoded.encoding)});
 }
 
+// Encodings that decode as another one without a complaint, and as nonsense.
+std::optional<Message> foreignEncoding(std::string_view bytes, InputEncoding wanted,
+                                       InputEncoding detected) {
+    if (wanted != InputEncoding::detect) {
+        return std::nullopt;
+    }
+    if (detected == InputEncoding::utf8 && isIso2022Jp(bytes)) {
+        return Message::decode_iso2022;
+    }
+    const bool isEuc = detected == InputEncoding::cp932 && isEucJp(bytes);
+    return isEuc ? std::optional(Message::decode_euc) : std::nullopt;
+}
+
 // The filter knows the line feed alone as the end of a line; a carriage return
-// before it would be spoken. One that stands alone is left to the text.
-void turnLineEnds(std::u16string& text) {
+// before it would be spoken. One that stands alone is left to the text, unless all
+// lines end so.
+LineEnds turnLineEnds(std::u16string& text) {
+    if (text.find(u'\n') == text.npos && text.find(u'\r') != text.npos) {
+        std::ranges::replace(text, u'\r', u'\n');
+        return LineEnds::returns;
+    }
     std::size_t kept = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != u'\r' || i + 1 == text.size() || text[i + 1] != u'\n') {
@@ -50,12 +69,16 @@ void turnLineEnds(std::u16string& text) {
         }
     }
     text.resize(kept);
+    return LineEnds::feeds;
 }
 
-std::u16string readText(const std::string& file, InputEncoding encoding) {
+std::u16string readText(const std::string& file, InputEncoding encoding, LineEnds& lineEnds) {
     const std::string bytes = readBytes(file);
     // What was decoded before the bad bytes tells their line and column.
     DecodedText decoded = decodeText(bytes, encoding);
+    if (const auto foreign = foreignEncoding(bytes, encoding, decoded.encoding)) {
+        throw inputOrOutputError(inputName(file), {}, say(*foreign));
+    }
     if (decoded.badOffset) {
         throw undecodable(file, decoded, encoding, bytes);
     }
@@ -65,7 +88,7 @@ std::u16string readText(const std::string& file, InputEncoding encoding) {
         throw inputOrOutputError(inputName(file), positionIn(decoded.text, terminator),
                                  Message::file_nul);
     }
-    turnLineEnds(decoded.text);
+    lineEnds = turnLineEnds(decoded.text);
     return std::move(decoded.text);
 }
 
@@ -91,12 +114,15 @@ void blankXmlDeclaration(std::u16string& description) {
 
 } // namespace
 
-std::u16string readScript(const std::string& file, InputEncoding encoding) {
-    return readText(file, encoding);
+ScriptText readScript(const std::string& file, InputEncoding encoding) {
+    ScriptText script;
+    script.text = readText(file, encoding, script.lineEnds);
+    return script;
 }
 
 std::u16string readDescription(const std::string& file, InputEncoding encoding) {
-    std::u16string description = readText(file, encoding);
+    LineEnds lineEnds{};
+    std::u16string description = readText(file, encoding, lineEnds);
     blankXmlDeclaration(description);
     return description;
 }

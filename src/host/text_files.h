@@ -3,6 +3,7 @@
 #ifndef TVML_HOST_TEXT_FILES_H
 #define TVML_HOST_TEXT_FILES_H
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -11,8 +12,17 @@
 
 namespace tvml::host {
 
-// The script with line feeds as its only line ends. "-" is standard input.
-std::u16string readScript(const std::string& file, InputEncoding encoding);
+// What a file's lines end with: line feeds, with or without a carriage return, or
+// carriage returns alone.
+enum class LineEnds : std::uint8_t { feeds, returns };
+
+struct ScriptText {
+    std::u16string text;
+    LineEnds lineEnds = LineEnds::feeds;
+};
+
+// The script with line feeds as its line ends. "-" is standard input.
+ScriptText readScript(const std::string& file, InputEncoding encoding);
 
 // As readScript, and blanks stand in place of a leading XML declaration: the
 // filter gives a description its own. Lines and columns stay what they are in

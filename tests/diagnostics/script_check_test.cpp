@@ -93,6 +93,21 @@ TEST(ScriptCheck, TalkAndTags) {
     }
 }
 
+TEST(ScriptCheck, TextsAsOtherSystemsStoreThem) {
+    constexpr Row kRows[] = {
+        {u"A: か\u3099\n", "1:4 S173 [か\u3099]", "が"},
+        {u"A: ハ\u309A\n", "1:4 S173 [ハ\u309A]", "パ"},
+        {u"A: ウ\u3099\n", "1:4 S173 [ウ\u3099]", "ヴ"},
+        {u"A: ま\u3099\n", "1:4 S173 [ま\u3099]", ""}, // there is no such character
+        {u"A: one\nA: て\u3099か\u3099\nA: は\u3099\n", "2:4 S173 [て\u3099]", "で"},
+        {u"A: one\rA: two\r", "1:7 F410 []", ""},
+        {u"A: one\r\n", "", ""},
+    };
+    for (const Row& row : kRows) {
+        expectTold(row);
+    }
+}
+
 TEST(ScriptCheck, GoodSpeechIsLeftAlone) {
     constexpr std::u16string_view kGood = u"Ａ：（笑）そうですね。\n"
                                           u"Ａ：あすの最高気温は三十度（昼）です。\n"

@@ -74,6 +74,26 @@ TEST(HostEncodings, EveryScriptEncodingGivesTheSameOutput) {
     }
 }
 
+TEST(HostEncodings, CarriageReturnsAloneAreLineEndsAndTold) {
+    const Workspace work;
+    const Outcome outcome = work.run({"check", work.write("s.txt", "A: one\rA: two\r")});
+    EXPECT_NE(outcome.output.find(":1:7: "), std::string::npos) << outcome.output;
+    EXPECT_NE(outcome.output.find("F410"), std::string::npos) << outcome.output;
+}
+
+TEST(HostEncodings, RefusesJapaneseEncodingsThatItDoesNotKnow) {
+    const std::vector<std::pair<std::string, const char*>> kRows{
+        {"A: \x1B$B$\"\x1B(B\n", "ISO-2022-JP"},
+        {"A: \xA4\xB3\xA4\xF3\xC6\xFC\n", "EUC-JP"},
+    };
+    for (const auto& [bytes, name] : kRows) {
+        const Workspace work;
+        const Outcome outcome = work.run({"check", work.write("s.txt", bytes)});
+        EXPECT_EQ(outcome.exitCode, 1) << name;
+        EXPECT_NE(outcome.errors.find(name), std::string::npos) << outcome.errors;
+    }
+}
+
 TEST(HostEncodings, DescriptionsAreReadLikeScripts) {
     constexpr std::string_view kHead = "<staging><setting>// ";
     constexpr std::string_view kTail = "</setting></staging>\n";
