@@ -14,7 +14,7 @@ struct Inputs {
     std::u16string script;
     std::u16string description;
     LineEnds lineEnds = LineEnds::feeds; // of the script's file
-    std::string scriptName; // of the files, as messages call them
+    std::string scriptName;              // of the files, as messages call them
     std::string descriptionName;
 
     // What the options ask for; it refers to the texts.
