@@ -36,6 +36,26 @@ std::u16string composed(char16_t kana, char16_t mark) {
     return {};
 }
 
+// The next combining mark of voicing, in one pass: most scripts have none.
+std::size_t nextMark(std::u16string_view text, std::size_t from) {
+    for (std::size_t at = from; at < text.size();) {
+        const bool isWhole = at + detail::kBlock <= text.size();
+        const std::size_t end = std::min(at + detail::kBlock, text.size());
+        if (!isWhole || detail::blockHolds(text.data() + at, 0x3098, 0xFFFC)) {
+            const std::size_t mark = text.substr(at, end - at).find_first_of(u"\u3099\u309A");
+            if (mark != kNone) {
+                return at + mark;
+            }
+        }
+        at = end;
+    }
+    return kNone;
+}
+
+// A system that takes syllables apart does so everywhere, so the start of a
+// script is enough to look at.
+constexpr std::size_t kLookedAt = 8192;
+
 bool needsCheck(const ScriptChecks& checks, const CheckedLine& checked) {
     const ScriptLine& line = checked.line;
     const bool told = !line.problems.empty() || !checked.outcome.problems.empty();
@@ -148,14 +168,10 @@ struct DiagnosticCollector::Work {
         return findUnit(script, u'\n') == kNone && findUnit(script, u'\r') != kNone;
     }
 
-    // A syllable and its voicing mark as two characters: the first one, and how many
-    // lines have such.
+    // A syllable and its voicing mark as two characters: the first one.
     void checkDecomposed() {
         const std::u16string_view script = request.script;
-        const auto next = [script](std::size_t from) {
-            return std::min(findUnit(script, u'\u3099', from), findUnit(script, u'\u309A', from));
-        };
-        std::size_t mark = next(0);
+        const std::size_t mark = nextMark(script.substr(0, kLookedAt), 0);
         if (mark == kNone || mark == 0) {
             return;
         }
@@ -169,25 +185,6 @@ struct DiagnosticCollector::Work {
         if (!whole.empty()) {
             checks->found.back().suggestions = {whole};
         }
-        tellCount("S173", linesWith(mark, next));
-    }
-
-    void tellCount(Code code, std::size_t lines) {
-        Diagnostic& told = checks->found.back();
-        if (told.code == code && lines > 1) {
-            told.message += counted(Message::repeated_more, language, lines - 1);
-        }
-    }
-
-    // The lines from that of `at` on that hold what `next` finds.
-    template <typename Next> std::size_t linesWith(std::size_t at, Next next) const {
-        std::size_t lines = 0;
-        while (at != kNone) {
-            ++lines;
-            const std::size_t end = findUnit(request.script, u'\n', at);
-            at = end == kNone ? kNone : next(end);
-        }
-        return lines;
     }
 
     void checkTerminator() {

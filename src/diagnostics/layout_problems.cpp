@@ -785,19 +785,13 @@ bool layoutNeedsCheck(const ScriptChecks& checks, const ScriptLine& line) {
         isClosing(beforeLast, checks.words) || isOpening(content.front(), checks.words)) {
         return true;
     }
-    if (closes) { // one caption alone is right
-        const char16_t open = checks.words[u"kakko"].textOrEmpty().substr(0, 1).empty()
-                                  ? u'('
-                                  : checks.words[u"kakko"].textOrEmpty().front();
-        const std::size_t ascii = content.rfind(u'(');
-        const std::size_t first = findUnit(content, open);
-        const std::size_t second = first == kNone ? kNone : findUnit(content, open, first + 1);
-        const auto isBehindGroup = [&](std::size_t at) {
-            return at != kNone && at > 0 && isClosing(content[at - 1], checks.words);
-        };
-        if (isBehindGroup(second) || isBehindGroup(ascii)) {
-            return true;
-        }
+    if (closes && line.talk() != nullptr && line.talk()->captioned) {
+        // One caption alone is right.
+        const std::u16string_view speech = line.talk()->speech;
+        return !speech.empty() && isClosing(speech.back(), checks.words);
+    }
+    if (closes && findUnit(content, u'(') != kNone) {
+        return true;
     }
     return line.kind == LineKind::other
                ? beginsOddly(content)
