@@ -283,17 +283,17 @@ std::string unexpectedText(const CommandRow& command, std::string_view given) {
 }
 
 // The option that an error of the parser is about: it begins with the name.
-std::string mismatchText(const CommandRow& command, const CLI::App& app,
-                         std::string_view error) {
+std::string mismatchText(const CommandRow& command, const CLI::App& app, std::string_view error) {
     error.remove_prefix(std::min(error.find_first_not_of('-'), error.size()));
     for (const OptionRow& row : rowsOf(command)) {
         const std::string name(namesOf(row).back());
         if (isArgument(row) || !error.starts_with(name.substr(2))) {
             continue;
         }
-        return !row.value.has_value()             ? say(Message::usage_flag, {name})
-               : app.get_option(name)->count() > 1 ? say(Message::usage_twice, {name})
-                                                   : say(Message::usage_noValue, {name, say(*row.value)});
+        return !row.value.has_value() ? say(Message::usage_flag, {name})
+               : app.get_option(name)->count() > 1
+                   ? say(Message::usage_twice, {name})
+                   : say(Message::usage_noValue, {name, say(*row.value)});
     }
     return say(Message::usage_other, {error});
 }

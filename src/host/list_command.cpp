@@ -90,8 +90,9 @@ std::string show(std::string_view table, const Options& options, const TextTable
 
 std::string showNames(std::string_view table, const Options& options, const Loaded& loaded,
                       std::span<const KindName> kinds) {
-    TextTable text(
-        {{label(Message::head_english)}, {label(Message::head_kind)}, {label(Message::head_vocabulary)}});
+    TextTable text({{label(Message::head_english)},
+                    {label(Message::head_kind)},
+                    {label(Message::head_vocabulary)}});
     Json rows = Json::array();
     for (const OfferedName& name : loaded.offer.names) {
         const auto kind = std::ranges::find(kinds, name.kind, &KindName::kind);

@@ -31,7 +31,8 @@ std::u16string shownName(const ProgrammeOffer& offer, const std::u16string& engl
         const bool fits = sample.units > 0 || trimmed == english.size();
         if (fits && name != offer.names.end() && !name->words.empty()) {
             const std::u16string word = name->words.front();
-            return (sample.units > 0 ? u"～" : u"") + word.substr(std::min(sample.units, word.size()));
+            return (sample.units > 0 ? u"～" : u"") +
+                   word.substr(std::min(sample.units, word.size()));
         }
     }
     return english;

@@ -77,7 +77,7 @@ std::u16string readText(const std::string& file, InputEncoding encoding, LineEnd
     // What was decoded before the bad bytes tells their line and column.
     DecodedText decoded = decodeText(bytes, encoding);
     if (const auto foreign = foreignEncoding(bytes, encoding, decoded.encoding)) {
-        throw inputOrOutputError(inputName(file), {}, say(*foreign));
+        throw inputOrOutputError(inputName(file), {}, *foreign);
     }
     if (decoded.badOffset) {
         throw undecodable(file, decoded, encoding, bytes);

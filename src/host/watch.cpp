@@ -53,7 +53,8 @@ int watchInputs(const Options& options, const std::function<void()>& convert) {
     if (const platform::Failure failure =
             watch.start({options.script, description, fileOfProgram(u"keyword.ini"),
                          fileOfProgram(u"Mirvol.ini")})) {
-        throw inputOrOutputError(options.script, {}, Message::failure_watch, {systemText(*failure)});
+        throw inputOrOutputError(options.script, {}, Message::failure_watch,
+                                 {systemText(*failure)});
     }
     do {
         convertOrTell(options, convert);
