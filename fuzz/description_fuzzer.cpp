@@ -1,5 +1,5 @@
 // The description reader. The input is the description.
-#include <vector>
+#include <memory>
 
 #include "fuzz_input.h"
 #include "staging/staging_description.h"
@@ -52,13 +52,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     StagingDescription again;
     TemplateDb templatesAgain;
     DiagnosticLog positioned;
-    std::vector<XmlTag> positions;
+    const std::shared_ptr<const XmlDocument> document = parseXml(description, {true});
+    const std::size_t positions = XMLParser(document).tags().size();
     FUZZ_CHECK(DescriptionReader(words, platform, again, templatesAgain, positioned)
-                   .readFilDescription(description, {true, &positions}) == last);
+                   .readFilDescription(document) == last);
     FUZZ_CHECK(again.plainTexts == staging.plainTexts);
-    FUZZ_CHECK(positions.size() <= description.size() * 50'000);
+    FUZZ_CHECK(positions <= description.size() * 50'000);
     FUZZ_CHECK(log.entries().size() <= positioned.entries().size());
-    FUZZ_CHECK(positioned.entries().size() <= 6 * positions.size() + description.size() + 1);
+    FUZZ_CHECK(positioned.entries().size() <= 6 * positions + description.size() + 1);
     for (const DiagnosticLog::Entry& entry : positioned.entries()) {
         DiagnosticLog::line(entry);
     }
