@@ -499,7 +499,9 @@ Suggestions suggestedSets(ScriptChecks& checks, std::u16string_view given) {
 }
 
 Suggestions suggestedModels(ScriptChecks& checks, char16_t letter, std::u16string_view given) {
-    return checks.suggestions.once(std::u16string(u"model") + letter, given, [&] {
+    std::u16string kind = u"model";
+    kind += letter;
+    return checks.suggestions.once(kind, given, [&] {
         ClosestNames closest(given);
         for (const ModelTable* table :
              {&checks.staging.modelsByJapaneseName, &checks.staging.modelsByEnglishName}) {
