@@ -26,7 +26,7 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     if (wants.problems || wants.elements) {
         conversion.parsed = parseDescription(conversion.description);
     }
-    DiagnosticCollector problems(conversion, request.language);
+    DiagnosticCollector problems(conversion, request.language, request.media);
     StoryRecorder stories(wants.stories.first, wants.stories.last);
     SourceMapRecorder map;
     BeatRecorder beats;

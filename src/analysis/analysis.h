@@ -31,7 +31,8 @@ struct AnalysisRequest {
     ConversionRequest conversion;
     const KeywordTable& words;
     const TvmlIniMirvol& settings;
-    Language language = Language::en; // of the problems
+    Language language = Language::en;  // of the problems
+    const MediaNames* media = nullptr; // the pictures and sounds that are there, when known
 };
 
 // Lines from `first` to `last`, both from 1.

@@ -70,11 +70,12 @@ bool needsCheck(const ScriptChecks& checks, const CheckedLine& checked) {
 } // namespace
 
 struct DiagnosticCollector::Work {
-    Work(const ConversionRequest& theRequest, Language theLanguage)
-        : request(theRequest), language(theLanguage) {}
+    Work(const ConversionRequest& theRequest, Language theLanguage, const MediaNames* theMedia)
+        : request(theRequest), language(theLanguage), media(theMedia) {}
 
     const ConversionRequest request;
     const Language language;
+    const MediaNames* const media;
     std::optional<ScriptChecks> checks;
     std::vector<Diagnostic> found; // kept when the checks end
 
@@ -103,6 +104,14 @@ struct DiagnosticCollector::Work {
 
     void add(Code code, TextRange range, TextValues values) {
         checks->found.push_back(makeDiagnostic(code, language, SourceKind::script, range, values));
+    }
+
+    void checkFile(const CheckedLine& checked) {
+        const ScriptLine::NamedFile file = checked.line.file();
+        if (media != nullptr && file.use != FileUse::none && !media->holds(file.name)) {
+            checks->addAt("S172", checked, file.name, {file.name}).suggestions =
+                media->closestTo(file.name);
+        }
     }
 
     // What stands between "offline" and "online" is not performed.
@@ -154,6 +163,12 @@ struct DiagnosticCollector::Work {
         const LinePlace place = *checked.line.placeOf(checked.line.trimmed);
         card = {line, place.start, place.units};
         cardMarker = marker;
+    }
+
+    void checkPlayedLines() {
+        if (request.playTo >= 1 && request.playFrom > request.playTo) {
+            add("F406", {}, {decimalText(request.playFrom), decimalText(request.playTo)});
+        }
     }
 
     void checkPlayLine(std::int32_t asked, std::int64_t last) {
@@ -208,8 +223,9 @@ Diagnostic returnsAsLineEnds(std::u16string_view script, Language language) {
     return makeDiagnostic("F410", language, SourceKind::script, {1, end, 0});
 }
 
-DiagnosticCollector::DiagnosticCollector(const ConversionRequest& request, Language language)
-    : work_(std::make_unique<Work>(request, language)) {}
+DiagnosticCollector::DiagnosticCollector(const ConversionRequest& request, Language language,
+                                         const MediaNames* media)
+    : work_(std::make_unique<Work>(request, language, media)) {}
 
 DiagnosticCollector::~DiagnosticCollector() = default;
 
@@ -234,6 +250,7 @@ void DiagnosticCollector::lineConverted(const ScriptLine& line, const LineOutcom
     }
     work.followOffline(checked);
     work.check(checked);
+    work.checkFile(checked);
 }
 
 void DiagnosticCollector::finished(const TvmlScript&) {
@@ -243,6 +260,7 @@ void DiagnosticCollector::finished(const TvmlScript&) {
         work.add("S170", work.offline, {});
     }
     work.checks->tellCounts();
+    work.checkPlayedLines();
     work.checkPlayLine(work.request.playFrom, work.number);
     work.checkPlayLine(work.request.playTo, std::int64_t{work.number} + 1);
     work.checkTerminator();

@@ -317,14 +317,19 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
         tellModelless(checks, checked, told);
         return true;
     case setUnknown:
-        checks.addAt("S114", checked, where, {where}).suggestions = suggestedSets(checks, where);
+        checks.addAt("S114", checked, where, {where, existingSets(checks, where)}).suggestions =
+            suggestedSets(checks, where);
         return true;
     case modelUnknown:
-        checks.addAt("S115", checked, where, {where, letterText(checked.line.actor())})
+        checks
+            .addAt("S115", checked, where,
+                   {where, letterText(checked.line.actor()),
+                    existingModels(checks, checked.line.actor(), where)})
             .suggestions = suggestedModels(checks, checked.line.actor(), where);
         return true;
     case voiceUnknown:
-        checks.addAt("S116", checked, where, {where}).suggestions = suggestedVoices(checks, where);
+        checks.addAt("S116", checked, where, {where, existingVoices(checks, where)}).suggestions =
+            suggestedVoices(checks, where);
         return true;
     case argumentsRefused:
         checks.addAt("S130", checked, where, {where});

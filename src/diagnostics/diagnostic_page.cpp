@@ -25,10 +25,15 @@ constexpr std::array<Chapter, 4> kChapters{{
 }};
 
 // How a row's example is called.
-constexpr std::array<Message, 7> kExampleTitles{
-    Message::example_script,           Message::example_description, Message::example_vocabulary,
-    Message::example_noVocabulary,     Message::example_playLine,    Message::example_bareScript,
-    Message::example_brokenDescription};
+constexpr std::array<Message, 9> kExampleTitles{Message::example_script,
+                                                Message::example_description,
+                                                Message::example_vocabulary,
+                                                Message::example_noVocabulary,
+                                                Message::example_playLine,
+                                                Message::example_playBackwards,
+                                                Message::example_media,
+                                                Message::example_bareScript,
+                                                Message::example_brokenDescription};
 
 Message exampleTitle(ExampleKind kind) {
     return kExampleTitles[static_cast<std::size_t>(kind)];
@@ -96,7 +101,7 @@ std::string findingsText(const DiagnosticRow& row, std::u16string_view shippedVo
     const Sources sources{{"programme.txt", row.example},
                           {"description.xml", row.example},
                           {"keyword.ini", vocabulary}};
-    const TextRenderer renderer(sources, platform, language, false);
+    const TextRenderer renderer(sources, platform, language, {});
     std::string text;
     for (const Diagnostic& found : foundInExample(row, shippedVocabulary, platform, language)) {
         text += renderer.render(found);
@@ -133,15 +138,20 @@ std::vector<Diagnostic> foundInExample(const DiagnosticRow& row,
     if (row.kind == ExampleKind::vocabulary || row.kind == ExampleKind::noVocabulary) {
         return checkVocabulary(words, vocabulary, language);
     }
-    const std::int32_t playFrom = row.kind == ExampleKind::playLine ? kExamplePlayFrom : kNoLine;
+    const bool backwards = row.kind == ExampleKind::playBackwards;
+    const std::int32_t playFrom = row.kind == ExampleKind::playLine ? kExamplePlayFrom
+                                  : backwards                       ? 2
+                                                                    : kNoLine;
+    const MediaNames media({u"map.png"});
     const bool bare = row.kind == ExampleKind::bareScript;
     const bool broken = row.kind == ExampleKind::brokenDescription;
     const std::u16string_view description = bare     ? std::u16string_view{}
                                             : broken ? kBrokenDescription
                                                      : kExampleDescription;
     const TvmlIniMirvol settings(platform);
-    std::vector<Diagnostic> found = checkScript({row.example, playFrom, kNoLine, description},
-                                                words, settings, platform, language);
+    std::vector<Diagnostic> found =
+        checkScript({row.example, playFrom, backwards ? 1 : kNoLine, description}, words, settings,
+                    platform, language, row.kind == ExampleKind::media ? &media : nullptr);
     if (broken) {
         dropConsequences(found, row.example, description, language);
     }

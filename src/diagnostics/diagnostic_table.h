@@ -25,6 +25,8 @@ enum class Severity : std::uint8_t { note, warning, error };
 //               shipped vocabulary; a comment in place of a key removes it.
 //  noVocabulary a whole vocabulary file.
 //  playLine     a script, converted from line kExamplePlayFrom.
+//  playBackwards  a script, converted from line 2 to line 1.
+//  media        a script, with "map.png" as the only picture that is there.
 //  bareScript   a script without description and vocabulary.
 //  brokenDescription  a script whose description ends before its models.
 enum class ExampleKind : std::uint8_t {
@@ -33,6 +35,8 @@ enum class ExampleKind : std::uint8_t {
     vocabulary,
     noVocabulary,
     playLine,
+    playBackwards,
+    media,
     bareScript,
     brokenDescription
 };
@@ -147,6 +151,7 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"S169", Severity::note, ExampleKind::script, u"（オンライン）\n"},
     DiagnosticRow{"S170", Severity::warning, ExampleKind::script, u"（オフライン）\n"},
     DiagnosticRow{"S171", Severity::warning, ExampleKind::script, u"・Ａ：こんにちは。\n"},
+    DiagnosticRow{"S172", Severity::warning, ExampleKind::media, u"サブイメージ：mapp.png\n"},
     DiagnosticRow{"S173", Severity::note, ExampleKind::script, u"Ａ：こんばんは。おけ\u3099んきて\u3099すか。\n"},
 
     // ---- V: the vocabulary
@@ -220,6 +225,7 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"F403", Severity::error, ExampleKind::description, wholeText(u"<staging>\n<numofchar>2</numofchar>\n</staging>\n\0<!-- end -->\n")},
     DiagnosticRow{"F404", Severity::warning, ExampleKind::playLine, u"Ａ：こんにちは。\n"},
     DiagnosticRow{"F405", Severity::note, ExampleKind::brokenDescription, u"Ａ：こんにちは。\n"},
+    DiagnosticRow{"F406", Severity::warning, ExampleKind::playBackwards, u"Ａ：こんにちは。\nＢ：こんにちは。\n"},
     DiagnosticRow{"F410", Severity::warning, ExampleKind::script, u"Ａ：こんにちは。\rＢ：こんにちは。\r"},
 };
 // clang-format on

@@ -55,8 +55,9 @@ bool applyPolicy(const SeverityPolicy& policy, std::vector<Diagnostic>& diagnost
 
 std::vector<Diagnostic> checkScript(const ConversionRequest& request, const KeywordTable& words,
                                     const TvmlIniMirvol& settings,
-                                    const platform::Platform& platform, Language language) {
-    DiagnosticCollector collector(request, language);
+                                    const platform::Platform& platform, Language language,
+                                    const MediaNames* media) {
+    DiagnosticCollector collector(request, language, media);
     const Listeners listeners{&collector};
     ConversionRun(words, settings, platform, &listeners).convert(request);
     return collector.take();

@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "diagnostics/diagnostic_table.h"
+#include "diagnostics/media_names.h"
 #include "filter/conversion_run.h"
 #include "run/events.h"
 #include "staging/xml_parser.h"
@@ -45,11 +46,11 @@ struct Diagnostic {
 
 // Collects the diagnostics of one conversion's script. Give it to the run as a
 // listener, convert, and take what it collected. The request must be the one that
-// is converted and its script must live as long as the collector works.
+// is converted; its script and the media must live as long as the collector works.
 class DiagnosticCollector final : public RunListener {
 public:
-    explicit DiagnosticCollector(const ConversionRequest& request,
-                                 Language language = Language::en);
+    explicit DiagnosticCollector(const ConversionRequest& request, Language language = Language::en,
+                                 const MediaNames* media = nullptr);
     ~DiagnosticCollector() override;
 
     // The diagnostics in the order of lines and columns. The collector is empty
@@ -69,7 +70,8 @@ private:
 std::vector<Diagnostic> checkScript(const ConversionRequest& request, const KeywordTable& words,
                                     const TvmlIniMirvol& settings,
                                     const platform::Platform& platform,
-                                    Language language = Language::en);
+                                    Language language = Language::en,
+                                    const MediaNames* media = nullptr);
 
 // A description parsed as the functions below, and the conversion, take it; each
 // parses it itself when none is given.
@@ -140,12 +142,19 @@ struct Sources {
     const SourceText& of(SourceKind kind) const;
 };
 
+// How the screen is that shows a text.
+struct Screen {
+    bool coloured = false;
+    std::size_t columns = 0; // 0: not known
+};
+
 // FILE:LINE:COLUMN: severity: message [code], the source line with a caret under
-// the range, and the suggestions, each on a line that ends with a line feed.
+// the range, and the suggestions, each on a line that ends with a line feed. Of a
+// source line that is too wide, the part around the range is shown.
 class TextRenderer {
 public:
     TextRenderer(const Sources& sources, const platform::Platform& platform, Language language,
-                 bool coloured);
+                 Screen screen);
     ~TextRenderer();
     std::string render(const Diagnostic& diagnostic) const;
 
@@ -154,7 +163,7 @@ private:
     const Sources& sources_;
     const platform::Platform& platform_;
     const Language language_;
-    const bool coloured_;
+    const Screen screen_;
     std::unique_ptr<Lines> lines_;
 };
 

@@ -13,9 +13,12 @@
 namespace tvml {
 namespace {
 
-// A longer line is shown around its range only.
-constexpr std::size_t kShownBefore = 60;
-constexpr std::size_t kShownUnits = 120;
+// Of a wider line the part around its range is shown. Files and pipes have no
+// width; what is read there is read on some screen in the end.
+constexpr std::size_t kUsualColumns = 160;
+constexpr std::size_t kLeastColumns = 20;
+constexpr std::size_t kIndent = 2;
+constexpr std::size_t kTabColumns = 8;
 
 struct Colours {
     std::string_view severity;
@@ -73,26 +76,89 @@ struct Excerpt {
     std::u16string after;
 };
 
-Excerpt excerptOf(std::u16string_view line, std::size_t start, std::size_t units) {
-    start = std::min(start, line.size());
-    units = std::min(units, line.size() - start);
-    std::u16string_view before = line.substr(0, start);
-    std::u16string_view range = line.substr(start, units);
-    std::u16string_view after = line.substr(start + units);
-    std::u16string ellipsis;
-    if (line.size() > kShownUnits) {
-        ellipsis = before.size() > kShownBefore ? u"…" : u"";
-        before = before.substr(before.size() - std::min(before.size(), kShownBefore));
-        range = range.substr(0, kShownUnits);
-        after = after.substr(0, kShownUnits - std::min(kShownUnits, range.size()));
+// The most columns that a tab may take, whatever stands before it.
+std::size_t mostColumnsOf(std::u16string_view text) {
+    const auto tabs = static_cast<std::size_t>(std::ranges::count(text, u'\t'));
+    return columnsOf(text) + tabs * (kTabColumns - 1);
+}
+
+// What of the text fits from its start, or up to its end.
+std::u16string_view startOf(std::u16string_view text, std::size_t columns) {
+    std::size_t size = 0;
+    for (std::size_t used = 0; size < text.size();) {
+        const std::size_t units = unitsOfCharacter(text, size);
+        used += columnsOf(text.substr(size, units));
+        if (used > columns) {
+            break;
+        }
+        size += units;
     }
-    return {ellipsis + harmlessText(before), harmlessText(range), harmlessText(after)};
+    return text.substr(0, size);
+}
+std::u16string_view endOf(std::u16string_view text, std::size_t columns) {
+    std::size_t start = text.size();
+    for (std::size_t used = 0; start > 0;) {
+        const bool isPair = start > 1 && unitsOfCharacter(text, start - 2) == 2;
+        const std::size_t units = isPair ? 2 : 1;
+        used += columnsOf(text.substr(start - units, units));
+        if (used > columns) {
+            break;
+        }
+        start -= units;
+    }
+    return text.substr(start);
+}
+
+// A part that was cut, marked where it goes on.
+std::u16string marked(std::u16string_view part, bool cutBefore, bool cutBehind) {
+    std::u16string text = cutBefore ? u"…" : u"";
+    text.append(part).append(cutBehind ? u"…" : u"");
+    return text;
+}
+
+// Half of what the range leaves goes to either side, and what one side does not
+// need to the other.
+Excerpt cutExcerpt(const Excerpt& whole, std::size_t columns) {
+    columns -= 2; // for the marks
+    const std::u16string_view range = startOf(whole.range, columns);
+    const std::size_t left = columns - columnsOf(range);
+    const std::size_t behind = std::min(columnsOf(whole.after), left / 2);
+    const std::u16string_view before = endOf(whole.before, left - behind);
+    const std::u16string_view after = startOf(whole.after, left - columnsOf(before));
+    return {marked(before, before.size() < whole.before.size(), false),
+            marked(range, false, range.size() < whole.range.size()),
+            range.size() < whole.range.size()
+                ? u""
+                : marked(after, false, after.size() < whole.after.size())};
+}
+
+Excerpt excerptOf(std::u16string_view line, std::size_t start, std::size_t units,
+                  std::size_t columns) {
+    start = std::min(start, line.size());
+    Excerpt whole{harmlessText(line.substr(0, start)), harmlessText(line.substr(start, units)),
+                  u""};
+    whole.after = harmlessText(line.substr(start + whole.range.size()));
+    if (mostColumnsOf(line) <= columns) {
+        return whole;
+    }
+    for (std::u16string* part : {&whole.before, &whole.range, &whole.after}) {
+        std::ranges::replace(*part, u'\t', u' ');
+    }
+    return cutExcerpt(whole, columns);
+}
+
+std::size_t excerptColumns(const Screen& screen) {
+    return screen.columns == 0 ? kUsualColumns : std::max(screen.columns, kLeastColumns) - kIndent;
 }
 
 std::string place(const Diagnostic& found, const std::string& file) {
-    return found.line == 0
-               ? file
-               : file + ":" + std::to_string(found.line) + ":" + std::to_string(found.column);
+    std::string text = harmlessBytes(file);
+    for (const std::int64_t number : {std::int64_t{found.line}, std::int64_t(found.column)}) {
+        if (found.line != 0) {
+            text.append(":").append(std::to_string(number));
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -111,15 +177,15 @@ struct TextRenderer::Lines {
 };
 
 TextRenderer::TextRenderer(const Sources& sources, const platform::Platform& platform,
-                           Language language, bool coloured)
-    : sources_(sources), platform_(platform), language_(language), coloured_(coloured),
+                           Language language, Screen screen)
+    : sources_(sources), platform_(platform), language_(language), screen_(screen),
       lines_(std::make_unique<Lines>()) {}
 
 TextRenderer::~TextRenderer() = default;
 
 std::string TextRenderer::render(const Diagnostic& found) const {
     const Colours colours =
-        coloured_ ? kSeverityColours[static_cast<std::size_t>(found.severity)] : Colours{};
+        screen_.coloured ? kSeverityColours[static_cast<std::size_t>(found.severity)] : Colours{};
     const SourceText& source = sources_.of(found.source);
     const auto utf8 = [this](std::u16string_view text) {
         return platform_.toUtf8(harmlessText(text));
@@ -133,7 +199,7 @@ std::string TextRenderer::render(const Diagnostic& found) const {
     text.append(colours.end).append(" [").append(found.code.row().code).append("]\n");
     if (found.line > 0) {
         const Excerpt shown = excerptOf(lines_->line(found.source, source.text, found.line),
-                                        found.column - 1, found.units);
+                                        found.column - 1, found.units, excerptColumns(screen_));
         text.append("  ").append(utf8(shown.before + shown.range + shown.after)).append("\n  ");
         text.append(colours.mark).append(caretLine(shown.before, shown.range));
         text.append(colours.end).append("\n");

@@ -426,6 +426,39 @@ std::u16string markerText(const ScriptChecks& checks, std::u16string_view given,
     return std::u16string(name);
 }
 
+// How many names a message lists of those that exist.
+constexpr std::size_t kNamed = 6;
+
+// The first ones, and one more when there are more.
+template <typename Map> Suggestions namesIn(const Map& map) {
+    Suggestions names;
+    for (const auto& [name, unused] : map) {
+        if (names.size() <= kNamed) {
+            names.push_back(name);
+        } else {
+            break;
+        }
+    }
+    return names;
+}
+
+std::u16string existing(const ScriptChecks& checks, const Suggestions& names) {
+    if (names.empty()) {
+        return std::u16string(checks.text(Message::names_none));
+    }
+    const std::u16string_view comma = checks.text(Message::names_comma);
+    std::u16string list;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        list.append(i == 0 ? u"" : comma);
+        if (i == kNamed) {
+            list += u'…';
+            break;
+        }
+        list += names[i];
+    }
+    return formatted(Message::names_exist, checks.language, {list});
+}
+
 } // namespace
 
 const MeantWords& SuggestionMemory::meant() {
@@ -511,6 +544,29 @@ Suggestions suggestedModels(ScriptChecks& checks, char16_t letter, std::u16strin
         }
         return closest.take();
     });
+}
+
+std::u16string existingSets(const ScriptChecks& checks, std::u16string_view given) {
+    return existing(checks, looksEnglish(given) ? namesIn(checks.staging.setEnglishFiles)
+                                                : namesIn(checks.staging.setFiles));
+}
+
+std::u16string existingModels(const ScriptChecks& checks, char16_t letter,
+                              std::u16string_view given) {
+    const ModelTable& table = looksEnglish(given) ? checks.staging.modelsByEnglishName
+                                                  : checks.staging.modelsByJapaneseName;
+    const auto models = table.find(letter);
+    return existing(checks, models == table.end() ? Suggestions{} : namesIn(models->second));
+}
+
+std::u16string existingVoices(const ScriptChecks& checks, std::u16string_view given) {
+    Suggestions names;
+    for (const CommandSpec& row : kCommands) {
+        if (row.taker == Taker::voice && names.size() <= kNamed) {
+            names.push_back(inLanguage(checks, given, row.words.begin()->key, row.name));
+        }
+    }
+    return existing(checks, names);
 }
 
 Suggestions suggestedColours(ScriptChecks& checks, std::u16string_view given) {

@@ -64,6 +64,13 @@ Suggestions suggestedCommands(ScriptChecks& checks, const CheckedLine& checked,
 
 Suggestions suggestedAdverbs(ScriptChecks& checks, std::u16string_view item);
 Suggestions suggestedVoices(ScriptChecks& checks, std::u16string_view given);
+// What there is in place of a name that there is not, for the message: the first
+// few names, in the language of the given one.
+std::u16string existingSets(const ScriptChecks& checks, std::u16string_view given);
+std::u16string existingModels(const ScriptChecks& checks, char16_t letter,
+                              std::u16string_view given);
+std::u16string existingVoices(const ScriptChecks& checks, std::u16string_view given);
+
 Suggestions suggestedSets(ScriptChecks& checks, std::u16string_view given);
 Suggestions suggestedModels(ScriptChecks& checks, char16_t letter, std::u16string_view given);
 Suggestions suggestedColours(ScriptChecks& checks, std::u16string_view given);

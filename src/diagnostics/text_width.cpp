@@ -1,4 +1,4 @@
-// Entries: columnsOf, columnsOfCharacter, unitsOfCharacter, harmlessText.
+// Entries: columnsOf, columnsOfCharacter, harmlessText, harmlessBytes.
 #include "diagnostics/text_width.h"
 
 #include "reading/script_text.h"
@@ -34,11 +34,46 @@ constexpr std::array<Range, 7> kCombining{{
 }};
 // clang-format on
 
+constexpr std::array<Range, 4> kWorking{{
+    {0x00, 0x1F},
+    {0x7F, 0x9F},
+    {0x202A, 0x202E},
+    {0x2066, 0x2069},
+}};
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD"; // U+FFFD
+
+struct Utf8Character {
+    char32_t character = 0; // a byte that is part of none stands for itself
+    std::size_t bytes = 1;
+};
+
+// Long forms and surrogates need no care: what they stand for is looked at.
+Utf8Character firstOf(std::string_view text) {
+    const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const std::size_t length = byte(0) < 0xC0 ? 1 : byte(0) < 0xE0 ? 2 : byte(0) < 0xF0 ? 3 : 4;
+    if (length == 1 || length > text.size()) {
+        return {byte(0), 1};
+    }
+    char32_t character = byte(0) & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0U) != 0x80) {
+            return {byte(0), 1};
+        }
+        character = (character << 6) | (byte(i) & 0x3FU);
+    }
+    return {character, length};
+}
+
 template <std::size_t N> bool isIn(const std::array<Range, N>& ranges, char32_t character) {
     const auto range =
         std::lower_bound(ranges.begin(), ranges.end(), character,
                          [](const Range& entry, char32_t value) { return entry.last < value; });
     return range != ranges.end() && range->first <= character;
+}
+
+bool worksOnTerminals(char32_t character) {
+    return isIn(kWorking, character);
 }
 
 } // namespace
@@ -61,11 +96,20 @@ std::size_t columnsOf(std::u16string_view text) {
 }
 
 std::u16string harmlessText(std::u16string_view text) {
-    const auto isControl = [](char16_t unit) {
-        return (unit < 0x20 && unit != u'\t') || (unit >= 0x7F && unit < 0xA0);
-    };
     std::u16string result(text);
-    std::replace_if(result.begin(), result.end(), isControl, u'\xFFFD');
+    std::replace_if(
+        result.begin(), result.end(),
+        [](char16_t unit) { return unit != u'\t' && worksOnTerminals(unit); }, u'\xFFFD');
+    return result;
+}
+
+std::string harmlessBytes(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const Utf8Character next = firstOf(text);
+        result.append(worksOnTerminals(next.character) ? kReplacement : text.substr(0, next.bytes));
+        text.remove_prefix(next.bytes);
+    }
     return result;
 }
 

@@ -14,9 +14,14 @@ std::size_t columnsOfCharacter(char32_t character);
 
 std::size_t columnsOf(std::u16string_view text);
 
-// The text with U+FFFD for control characters, which a script must not have work
-// on the terminal that shows it.
+// The text with U+FFFD for control characters and for those that turn the
+// direction of text, which a script must not have work on the terminal that
+// shows it. Tabs stay.
 std::u16string harmlessText(std::u16string_view text);
+
+// The same for UTF-8, a tab included; of what is no UTF-8, as file names can be,
+// the bytes that some terminals take for control characters.
+std::string harmlessBytes(std::string_view text);
 
 } // namespace tvml
 

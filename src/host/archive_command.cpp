@@ -216,14 +216,16 @@ private:
 // ---- afterwards
 
 struct Summary {
-    std::size_t withProblems = 0;
+    std::size_t withProblems = 0; // that something was told of
+    std::size_t reached = 0;      // of them, those that reached the failure level
     std::vector<std::string> failed;
 };
 
 Summary summaryOf(const std::vector<Job>& jobs) {
     Summary summary;
     for (const Job& job : jobs) {
-        summary.withProblems += job.exitCode == kProblemsFound ? 1 : 0;
+        summary.withProblems += !job.failed() && !job.messages.empty() ? 1 : 0;
+        summary.reached += job.exitCode == kProblemsFound ? 1 : 0;
         if (job.failed()) {
             summary.failed.push_back(job.script);
         }
@@ -233,13 +235,14 @@ Summary summaryOf(const std::vector<Job>& jobs) {
 
 std::string summaryText(const Summary& summary, std::size_t count) {
     const std::size_t failed = summary.failed.size();
-    const std::string reached =
-        summary.withProblems == 0
-            ? ""
-            : say(Message::archive_reached, {std::to_string(summary.withProblems)});
+    const auto ifAny = [](Message message, std::size_t number) {
+        return number == 0 ? "" : say(message, {std::to_string(number)});
+    };
+    const std::string problems = ifAny(Message::archive_problems, summary.withProblems) +
+                                 ifAny(Message::archive_reached, summary.reached);
     std::string text =
         sayCounted(Message::archive_scripts, count,
-                   {std::to_string(count - failed), reached, std::to_string(failed)});
+                   {std::to_string(count - failed), problems, std::to_string(failed)});
     for (const std::string& script : summary.failed) {
         text.append("\n  ").append(say(Message::archive_failed, {script}));
     }
@@ -252,7 +255,8 @@ std::string summaryJson(const Summary& summary, std::size_t count) {
     const Json document{{"version", kJsonVersion},
                         {"scripts", count},
                         {"converted", count - summary.failed.size()},
-                        {"reachedFailureLevel", summary.withProblems},
+                        {"withProblems", summary.withProblems},
+                        {"reachedFailureLevel", summary.reached},
                         {"failed", summary.failed}};
     return document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }

@@ -12,6 +12,7 @@
 #include <iterator>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -39,6 +40,7 @@ constexpr CommandSet kCheck = 1U << 2;
 constexpr CommandSet kCompletion = 1U << 4;
 constexpr CommandSet kManual = 1U << 5;
 constexpr CommandSet kExplain = 1U << 6;
+constexpr CommandSet kHelp = 1U << 7;
 
 // A value and its name on the command line.
 template <typename Value> struct Choice {
@@ -51,6 +53,18 @@ constexpr std::array<Choice<InputEncoding>, 5> kInputEncodings{{
     {"utf-16le", InputEncoding::utf16le},
     {"utf-16be", InputEncoding::utf16be},
     {"cp932", InputEncoding::cp932},
+}};
+// Other names of encodings.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 9> kAliases{{
+    {"utf8", "utf-8"},
+    {"utf16le", "utf-16le"},
+    {"utf16be", "utf-16be"},
+    {"sjis", "cp932"},
+    {"shift_jis", "cp932"},
+    {"shift-jis", "cp932"},
+    {"ms932", "cp932"},
+    {"windows-31j", "cp932"},
+    {"windows31j", "cp932"},
 }};
 constexpr std::array<Choice<OutputEncoding>, 2> kOutputEncodings{{
     {"utf-8", OutputEncoding::utf8},
@@ -66,15 +80,28 @@ constexpr std::array<Choice<FailureLevel>, 4> kFailureLevels{{
     {"error", FailureLevel::error},
     {"none", FailureLevel::none},
 }};
+constexpr std::array<Choice<ColorChoice>, 3> kColorChoices{{
+    {"auto", ColorChoice::automatic},
+    {"always", ColorChoice::always},
+    {"never", ColorChoice::never},
+}};
 constexpr std::array<Choice<Shell>, 2> kShells{{
     {"bash", Shell::bash},
     {"zsh", Shell::zsh},
 }};
-constexpr std::array<Choice<ListedTable>, 4> kListedTables{{
+constexpr std::array<Choice<ListedTable>, 12> kListedTables{{
     {"commands", ListedTable::commands},
     {"tags", ListedTable::tags},
     {"words", ListedTable::words},
     {"elements", ListedTable::elements},
+    {"sets", ListedTable::sets},
+    {"models", ListedTable::models},
+    {"characters", ListedTable::characters},
+    {"poses", ListedTable::poses},
+    {"voices", ListedTable::voices},
+    {"colours", ListedTable::colours},
+    {"adverbs", ListedTable::adverbs},
+    {"markers", ListedTable::markers},
 }};
 
 template <const auto& Rows> std::vector<std::string_view> choicesOf() {
@@ -103,8 +130,12 @@ std::string nameOf(const OptionRow& row) {
 
 // The value of a name in any case; an error that lists all names otherwise.
 template <const auto& Rows> auto valueOf(const OptionRow& option, const std::string& name) {
-    const auto row = std::ranges::find(Rows, CLI::detail::to_lower(name),
-                                       [](const auto& each) { return each.name; });
+    const std::string small = CLI::detail::to_lower(name);
+    const auto alias =
+        std::ranges::find(kAliases, small, [](const auto& each) { return each.first; });
+    const std::string_view usual =
+        alias == kAliases.end() ? std::string_view(small) : alias->second;
+    const auto row = std::ranges::find(Rows, usual, [](const auto& each) { return each.name; });
     if (row == Rows.end()) {
         refuseChoice(option, name);
     }
@@ -175,12 +206,23 @@ CLI::Option* explanation(CLI::App& app, const OptionRow& row, Options&) {
 CLI::Option* scriptArgument(CLI::App& app, const OptionRow& row, Options& options) {
     return text<&Options::script>(app, row, options)->required();
 }
-CLI::Option* scriptArguments(CLI::App& app, const OptionRow& row, Options& options) {
+CLI::Option* optionalScripts(CLI::App& app, const OptionRow& row, Options& options) {
     const auto take = [&options](const std::vector<std::string>& scripts) {
         options.scripts = scripts;
         options.script = scripts.front();
     };
-    return app.add_option_function<std::vector<std::string>>(row.names, take)->required();
+    return app.add_option_function<std::vector<std::string>>(row.names, take);
+}
+CLI::Option* scriptArguments(CLI::App& app, const OptionRow& row, Options& options) {
+    return optionalScripts(app, row, options)->required();
+}
+// One folder behind the option, which can be given again and again.
+CLI::Option* folders(CLI::App& app, const OptionRow& row, Options& options) {
+    return app.add_option(row.names, options.media)->allow_extra_args(false);
+}
+std::vector<std::string_view> commandNames();
+CLI::Option* topicArgument(CLI::App& app, const OptionRow& row, Options& options) {
+    return text<&Options::topic>(app, row, options);
 }
 CLI::Option* shellArgument(CLI::App& app, const OptionRow& row, Options& options) {
     return choice<&Options::shell, kShells>(app, row, options)->required();
@@ -189,9 +231,13 @@ CLI::Option* tableArgument(CLI::App& app, const OptionRow& row, Options& options
     return choice<&Options::listed, kListedTables>(app, row, options)->required();
 }
 
+int runHelp(const Options& options);
+
 constexpr OptionRow kOptions[] = {
     {kConvert, "SCRIPT", Message::value_scripts, scriptArguments, Message::option_scripts},
-    {kCheck | kStats, "SCRIPT", Message::value_script, scriptArgument, Message::option_script},
+    {kCheck, "SCRIPT", Message::value_scripts, optionalScripts, Message::option_checked},
+    {kStats, "SCRIPT", Message::value_script, scriptArgument, Message::option_script},
+    {kHelp, "COMMAND", Message::value_command, topicArgument, Message::option_topic, commandNames},
     {kCompletion, "SHELL", Message::value_shell, shellArgument, Message::option_shell,
      choicesOf<kShells>},
     {kExplain, "PLACE", Message::value_place, scriptArgument, Message::option_place},
@@ -221,7 +267,8 @@ constexpr OptionRow kOptions[] = {
      choicesOf<kOutputEncodings>},
     {kConvert, "--source-map", Message::value_file, text<&Options::sourceMap>,
      Message::option_sourceMap},
-    {kConvert, "--watch", {}, flag<&Options::watch>, Message::option_watch},
+    {kConvert | kCheck, "--media", Message::value_folder, folders, Message::option_media},
+    {kConvert | kCheck, "--watch", {}, flag<&Options::watch>, Message::option_watch},
     {kConvert, "--library", Message::value_file, text<&Options::library>, Message::option_library},
     {kConvert | kCheck, "--failure-level", Message::value_level,
      choice<&Options::failureLevel, kFailureLevels>, Message::option_failureLevel,
@@ -230,6 +277,8 @@ constexpr OptionRow kOptions[] = {
      Message::option_allow, codes},
     {kConvert | kCheck, "--deny", Message::value_code, codeList<&Options::denied>,
      Message::option_deny, codes},
+    {kConvert | kCheck | kExplain, "--color", Message::value_color,
+     choice<&Options::color, kColorChoices>, Message::option_color, choicesOf<kColorChoices>},
     {kAllCommands, "--language", Message::value_language, languageOption, Message::option_language,
      languageNames},
     {kCheck, "--explain", Message::value_code, explanation, Message::option_explain, codes},
@@ -245,7 +294,14 @@ constexpr CommandRow kCommands[] = {
     {kCompletion, "completion", Message::command_completion, Message::more_completion,
      runCompletion},
     {kManual, "man", Message::command_man, Message::more_man, runManual},
+    {kHelp, "help", Message::command_help, Message::more_help, runHelp},
 };
+
+std::vector<std::string_view> commandNames() {
+    std::vector<std::string_view> names;
+    std::ranges::transform(kCommands, std::back_inserter(names), &CommandRow::name);
+    return names;
+}
 
 constexpr const char* kVersion = "tvmlfilter " TVMLFILTER_VERSION;
 
@@ -344,12 +400,17 @@ std::vector<std::string> forwardedOf(const CLI::App& command) {
 
 // A mistyped command would be taken for a script.
 void refuseMistyped(const std::string& first) {
-    std::vector<std::string_view> names;
-    std::ranges::transform(kCommands, std::back_inserter(names), &CommandRow::name);
-    const std::string meant = closestTo(first, names);
     std::error_code unknown;
-    if (!meant.empty() && !std::filesystem::exists(std::filesystem::path(first), unknown)) {
+    if (std::filesystem::exists(std::filesystem::path(first), unknown)) {
+        return;
+    }
+    if (const std::string meant = closestTo(first, commandNames()); !meant.empty()) {
         refuse(Message::usage_meantCommand, {first, meant});
+    }
+    // Scripts have a folder or an ending; commands of other programs are such words.
+    const bool isWord = std::ranges::all_of(first, [](char c) { return c >= 'a' && c <= 'z'; });
+    if (isWord && !first.empty()) {
+        refuse(Message::usage_noCommand, {first, listOf(commandNames())});
     }
 }
 
@@ -359,6 +420,17 @@ std::size_t leadingLanguage(const std::vector<std::string>& arguments) {
     return first == "--language"              ? std::min<std::size_t>(2, arguments.size())
            : first.starts_with("--language=") ? 1
                                               : 0;
+}
+
+// "help COMMAND" asks the command itself; of what is none, "help" tells.
+void askForHelp(std::vector<std::string>& arguments) {
+    const auto topic = std::find_first_of(
+        arguments.begin() + 1, arguments.end(), std::begin(kCommands), std::end(kCommands),
+        [](const std::string& argument, const CommandRow& row) { return argument == row.name; });
+    if (arguments.front() == "help" && topic != arguments.end()) {
+        arguments.front() = *topic;
+        *topic = "--help";
+    }
 }
 
 // Arguments that name no subcommand belong to the first one, so that a script
@@ -372,6 +444,7 @@ std::vector<std::string> withCommand(std::vector<std::string> arguments) {
         (std::ranges::find(kOfProgram, *first) != kOfProgram.end() ||
          std::ranges::find(kCommands, *first, &CommandRow::name) != std::end(kCommands))) {
         std::rotate(arguments.begin(), first, first + 1);
+        askForHelp(arguments);
         return arguments;
     }
     if (first != arguments.end()) {
@@ -379,6 +452,15 @@ std::vector<std::string> withCommand(std::vector<std::string> arguments) {
     }
     arguments.insert(arguments.begin(), kCommands[0].name);
     return arguments;
+}
+
+int runHelp(const Options& options) {
+    if (options.topic.empty()) {
+        return answer(programHelp());
+    }
+    const std::string meant = closestTo(options.topic, commandNames());
+    refuse(meant.empty() ? Message::usage_noTopic : Message::usage_meantTopic,
+           {options.topic, meant.empty() ? listOf(commandNames()) : meant});
 }
 
 } // namespace

@@ -14,7 +14,20 @@
 namespace tvml::host {
 
 // What `list` can show.
-enum class ListedTable : std::uint8_t { commands, tags, words, elements };
+enum class ListedTable : std::uint8_t {
+    commands,
+    tags,
+    words,
+    elements,
+    sets,
+    models,
+    characters,
+    poses,
+    voices,
+    colours,
+    adverbs,
+    markers,
+};
 
 // Shells that can complete command lines.
 enum class Shell : std::uint8_t { bash, zsh };
@@ -22,7 +35,7 @@ enum class Shell : std::uint8_t { bash, zsh };
 // The values of all options of all subcommands.
 struct Options {
     std::string script;                 // the first one
-    std::vector<std::string> scripts;   // of `convert`, which takes several
+    std::vector<std::string> scripts;   // of `convert` and `check`, which take several
     std::string outputFolder;           // for all of them; empty: there is one
     std::int32_t jobs = 0;              // processes at a time, 0: one a processor
     std::vector<std::string> forwarded; // arguments that hold for each of the scripts
@@ -42,9 +55,12 @@ struct Options {
     std::vector<Code> denied;
     std::string sourceMap; // file, empty for none
     bool watch = false;
+    ColorChoice color = ColorChoice::automatic;
+    std::vector<std::string> media; // folders; empty: not known
+    std::string topic;              // of `help`
 
     ReportOptions report(FailureLevel ownLevel) const {
-        return {format, failureLevel.value_or(ownLevel), allowed, denied};
+        return {format, color, failureLevel.value_or(ownLevel), allowed, denied};
     }
 };
 

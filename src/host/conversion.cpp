@@ -49,25 +49,48 @@ std::u16string callLibrary(platform::FilterLibrary::Function convert, const std:
     throw inputOrOutputError(file, {}, Message::failure_library);
 }
 
+template <typename Work> auto orHostError(Work work) {
+    try {
+        return work();
+    } catch (const TvmlException& problem) {
+        throw HostError{kInputOrOutputFailed, errorLine(Message::failure_xml, {problem.message()})};
+    }
+}
+
 } // namespace
 
 Filter::Filter() : files_(platform::system()) {
     files_.load();
 }
 
-Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, VocabularyCheck check) {
+std::optional<std::u16string_view> Filter::vocabularyFor(VocabularyCheck check) {
     const bool cutOff = words().problem() != LoadProblem::none;
-    if (check == VocabularyCheck::always || (check == VocabularyCheck::whenCutOff && cutOff)) {
-        vocabularyName_ = fileOfProgram(u"keyword.ini");
-        vocabularyText_ = platform::readSettings(vocabularyName_);
-        wants.vocabulary = vocabularyText_;
+    if (check == VocabularyCheck::never || (check == VocabularyCheck::whenCutOff && !cutOff)) {
+        return std::nullopt;
     }
-    try {
-        return analyze({request, files_.words, files_.settings, language()}, wants,
+    vocabularyName_ = fileOfProgram(u"keyword.ini");
+    vocabularyText_ = platform::readSettings(vocabularyName_);
+    return vocabularyText_;
+}
+
+Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, VocabularyCheck check,
+                     const MediaNames* media) {
+    wants.vocabulary = vocabularyFor(check);
+    return orHostError([&] {
+        return analyze({request, files_.words, files_.settings, language(), media}, wants,
                        platform::system());
-    } catch (const TvmlException& problem) {
-        throw HostError{kInputOrOutputFailed, errorLine(Message::failure_xml, {problem.message()})};
+    });
+}
+
+std::vector<Diagnostic> Filter::check(std::u16string_view description, VocabularyCheck check) {
+    std::vector<Diagnostic> found;
+    if (const std::optional<std::u16string_view> vocabulary = vocabularyFor(check)) {
+        found = checkVocabulary(words(), *vocabulary, language());
     }
+    std::vector<Diagnostic> more = orHostError(
+        [&] { return checkDescription(description, words(), platform::system(), language()); });
+    std::ranges::move(more, std::back_inserter(found));
+    return found;
 }
 
 // The library is unloaded on the way out, after its last result was copied.

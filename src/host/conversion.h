@@ -2,7 +2,9 @@
 #ifndef TVML_HOST_CONVERSION_H
 #define TVML_HOST_CONVERSION_H
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "analysis/analysis.h"
 #include "run/ini_files.h"
@@ -21,7 +23,10 @@ public:
 
     // Converts and tells what is wanted. Throws a HostError when the run fails.
     Analysis run(const ConversionRequest& request, AnalysisWants wants,
-                 VocabularyCheck check = VocabularyCheck::never);
+                 VocabularyCheck check = VocabularyCheck::never, const MediaNames* media = nullptr);
+
+    // What the vocabulary and a description have wrong.
+    std::vector<Diagnostic> check(std::u16string_view description, VocabularyCheck check);
 
     const KeywordTable& words() const { return files_.words; }
 
@@ -29,6 +34,9 @@ public:
     SourceText vocabulary() const { return {vocabularyName_, vocabularyText_}; }
 
 private:
+    // The text to check; none when it is not to be checked.
+    std::optional<std::u16string_view> vocabularyFor(VocabularyCheck check);
+
     IniFiles files_;
     std::string vocabularyName_;
     std::u16string vocabularyText_;

@@ -58,7 +58,8 @@ void checkUsage(const Options& options) {
         checkWatch(options);
     }
     const bool judges = options.failureLevel.has_value() || options.format == ReportFormat::json ||
-                        !options.allowed.empty() || !options.denied.empty();
+                        !options.allowed.empty() || !options.denied.empty() ||
+                        !options.media.empty();
     if (!options.library.empty() && judges) {
         refuse(Message::usage_libraryProblems);
     }
@@ -101,7 +102,9 @@ Converted convert(const Options& options, const Inputs& inputs) {
     wants.problems = true;
     wants.returnsAsLineEnds = inputs.lineEnds == LineEnds::returns;
     wants.sourceMap = wants.elements = !options.sourceMap.empty();
-    Converted result{{}, filter.run(request, wants, VocabularyCheck::whenCutOff)};
+    Converted result{{},
+                     filter.run(request, wants, VocabularyCheck::whenCutOff,
+                                inputs.media.has_value() ? &*inputs.media : nullptr)};
     result.text = std::move(result.analysis.tvml);
     const Sources sources = inputs.sources(filter.vocabulary());
     const Findings findings =
@@ -140,6 +143,14 @@ int convertOnce(const Options& options) {
     return converted.failed ? kProblemsFound : kDone;
 }
 
+// JSON is for programs, which see the output change.
+void convertAndTell(const Options& options) {
+    convertOnce(options);
+    if (options.format == ReportFormat::text) {
+        warn("tvmlfilter: " + say(Message::watch_wrote, {options.output}) + "\n");
+    }
+}
+
 } // namespace
 
 int runConvert(const Options& options) {
@@ -147,7 +158,7 @@ int runConvert(const Options& options) {
         return runArchive(options);
     }
     checkUsage(options);
-    return options.watch ? watchInputs(options, [&options] { convertOnce(options); })
+    return options.watch ? watchInputs(options, [&options] { convertAndTell(options); })
                          : convertOnce(options);
 }
 

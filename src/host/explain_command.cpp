@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <filesystem>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -24,32 +27,55 @@ using Json = nlohmann::ordered_json;
 
 constexpr int kVersion = 1;
 
-// The lines "FILE:LINE" or "FILE:FIRST-LAST" of a script.
+// The lines "FILE:LINE" or "FILE:FIRST-LAST" of a script, or "FILE:LINE:COLUMN" as
+// findings have it.
 struct Place {
     std::string file;
     std::int32_t first = 0;
     std::int32_t last = 0;
 };
 
-Place placeOf(const std::string& text) {
-    // A file's name may hold colons itself.
+bool isNumber(std::string_view digits, std::int32_t& value) {
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return read.ec == std::errc() && read.ptr == digits.data() + digits.size() && value > 0;
+}
+
+// A file's name may hold colons itself.
+std::optional<Place> placeIn(std::string_view text) {
     const std::size_t colon = text.rfind(':');
-    Place place{text.substr(0, colon)};
-    const auto number = [](std::string_view digits, std::int32_t& value) {
-        const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-        return read.ec == std::errc() && read.ptr == digits.data() + digits.size() && value > 0;
-    };
-    if (colon != std::string::npos && colon > 0) {
-        const std::string_view lines = std::string_view(text).substr(colon + 1);
-        const std::size_t dash = lines.find('-');
-        const bool isRange = dash != std::string_view::npos;
-        if (number(lines.substr(0, dash), place.first) &&
-            number(isRange ? lines.substr(dash + 1) : lines, place.last) &&
-            place.first <= place.last) {
-            return place;
-        }
+    if (colon == std::string_view::npos || colon == 0) {
+        return std::nullopt;
     }
-    refuse(Message::usage_place, {text});
+    Place place{std::string(text.substr(0, colon))};
+    const std::string_view lines = text.substr(colon + 1);
+    const std::size_t dash = lines.find('-');
+    const bool isRange = dash != std::string_view::npos;
+    const bool fits = isNumber(lines.substr(0, dash), place.first) &&
+                      isNumber(isRange ? lines.substr(dash + 1) : lines, place.last) &&
+                      place.first <= place.last;
+    return fits ? std::optional(place) : std::nullopt;
+}
+
+bool isFile(const std::string& name) {
+    std::error_code unknown;
+    return std::filesystem::exists(std::filesystem::path(std::u8string(name.begin(), name.end())),
+                                   unknown);
+}
+
+// What is copied from a finding can end with a colon.
+Place placeOf(const std::string& text) {
+    const std::string_view whole =
+        std::string_view(text).substr(0, text.find_last_not_of(": ") + 1);
+    const std::optional<Place> place = placeIn(whole);
+    if (!place.has_value()) {
+        refuse(Message::usage_place, {text});
+    }
+    const std::optional<Place> withColumn =
+        place->first == place->last && !isFile(place->file) ? placeIn(place->file) : std::nullopt;
+    if (withColumn.has_value() && withColumn->first != withColumn->last) {
+        refuse(Message::usage_place, {text}); // lines have no column
+    }
+    return withColumn.value_or(*place);
 }
 
 // A line of the output, from 1, and its text.
@@ -281,10 +307,10 @@ void showLine(const Explanation& all, const Explained& line, const TextRenderer&
     }
 }
 
-std::string textOf(const Explanation& all) {
+std::string textOf(const Explanation& all, ColorChoice color) {
     const Sources sources{{all.inputs.scriptName, all.inputs.script}, {}, {}};
     const TextRenderer renderer(sources, platform::system(), language(),
-                                platform::isTerminal(platform::OutputStream::output));
+                                screenOf(platform::OutputStream::output, color));
     Page page;
     for (const Explained& line : all.lines) {
         if (!page.text().empty()) {
@@ -374,7 +400,8 @@ int runExplain(const Options& options) {
         refuse(Message::usage_lineCount,
                {all.inputs.scriptName, std::to_string(all.lineCount), std::to_string(place.last)});
     }
-    const std::string lines = options.format == ReportFormat::json ? jsonLinesOf(all) : textOf(all);
+    const std::string lines =
+        options.format == ReportFormat::json ? jsonLinesOf(all) : textOf(all, options.color);
     writeOutput(lines);
     return kDone;
 }

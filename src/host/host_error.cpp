@@ -2,11 +2,13 @@
 // compilers. Entry: diagnosticLine.
 #include "host/host_error.h"
 
+#include "diagnostics/text_width.h"
+
 namespace tvml::host {
 
 std::string diagnosticLine(std::string_view file, TextPosition position, Message severity,
                            std::string_view text) {
-    std::string line(file);
+    std::string line = harmlessBytes(file);
     for (const std::uint64_t number : {position.line, position.column}) {
         // A column without its line says nothing.
         if (number == 0) {

@@ -1,6 +1,8 @@
 // The files that a command needs. Entries: readInputs, fileOfProgram.
 #include "host/inputs.h"
 
+#include <algorithm>
+
 #include "host/host_error.h"
 #include "host/text_files.h"
 #include "platform/platform.h"
@@ -10,6 +12,10 @@ namespace {
 
 // Long enough for any path of any system.
 constexpr std::size_t kPathUnits = 32768;
+
+std::string descriptionFile(const Options& options) {
+    return options.description.empty() ? fileOfProgram(u"default.xml") : options.description;
+}
 
 } // namespace
 
@@ -22,22 +28,32 @@ std::string fileOfProgram(std::u16string_view name) {
     return system.toUtf8(program.substr(0, separator + 1).append(name));
 }
 
+bool isXml(std::string_view file, std::u16string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(u" \t\n\r"), text.size()));
+    return file.ends_with(".xml") || file.ends_with(".XML") || text.starts_with(u"<?xml") ||
+           text.starts_with(u"<!") || text.starts_with(u"<staging");
+}
+
+// The description that comes with the program has its own encoding.
+std::u16string descriptionOf(const Options& options) {
+    const bool given = !options.description.empty();
+    return readDescription(descriptionFile(options),
+                           given ? options.descriptionEncoding.value_or(options.encoding)
+                                 : InputEncoding::detect);
+}
+
 Inputs readInputs(const Options& options) {
     if (options.script == kStandardStream && options.description == kStandardStream) {
         refuse(Message::usage_oneStream);
     }
-    const bool given = !options.description.empty();
-    const std::string description = given ? options.description : fileOfProgram(u"default.xml");
-    // The description that comes with the program has its own encoding.
-    const InputEncoding descriptionEncoding =
-        given ? options.descriptionEncoding.value_or(options.encoding) : InputEncoding::detect;
     Inputs inputs;
     inputs.scriptName = inputName(options.script);
-    inputs.descriptionName = inputName(description);
+    inputs.descriptionName = inputName(descriptionFile(options));
     ScriptText script = readScript(options.script, options.encoding);
     inputs.script = std::move(script.text);
     inputs.lineEnds = script.lineEnds;
-    inputs.description = readDescription(description, descriptionEncoding);
+    inputs.description = descriptionOf(options);
+    inputs.media = mediaIn(options.media);
     return inputs;
 }
 

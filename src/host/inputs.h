@@ -2,10 +2,13 @@
 #ifndef TVML_HOST_INPUTS_H
 #define TVML_HOST_INPUTS_H
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "diagnostics/diagnostics.h"
 #include "host/command_line.h"
+#include "host/media_folder.h"
 #include "host/text_files.h"
 
 namespace tvml::host {
@@ -16,6 +19,7 @@ struct Inputs {
     LineEnds lineEnds = LineEnds::feeds; // of the script's file
     std::string scriptName;              // of the files, as messages call them
     std::string descriptionName;
+    std::optional<MediaNames> media; // none: not known
 
     // What the options ask for; it refers to the texts.
     ConversionRequest request(const Options& options) const {
@@ -28,9 +32,16 @@ struct Inputs {
     }
 };
 
+// The description that the options name, or the one that comes with the program.
+std::u16string descriptionOf(const Options& options);
+
 // Reads the script and the description that the options name. Throws a
 // HostError when one cannot be read, or when both are to come from one stream.
 Inputs readInputs(const Options& options);
+
+// Whether a text that was read as a script is a description: by its name, or by how
+// XML begins.
+bool isXml(std::string_view file, std::u16string_view text);
 
 // The path of a file that comes with the program, such as "keyword.ini".
 std::string fileOfProgram(std::u16string_view name);

@@ -6,6 +6,7 @@
 #include <optional>
 #include <system_error>
 
+#include "diagnostics/text_width.h"
 #include "platform/host_services.h"
 #include "platform/platform.h"
 
@@ -58,7 +59,7 @@ std::string filled(std::u16string_view text, Values values) {
                                ? static_cast<std::size_t>(pattern[i + 1] - '1')
                                : values.size();
         if (value < values.size()) {
-            result += *(values.begin() + value);
+            result += harmlessBytes(*(values.begin() + value));
             ++i;
         } else {
             result += pattern[i];

@@ -15,6 +15,7 @@
 
 #include "diagnostics/element_names.h"
 #include "host/conversion.h"
+#include "host/inputs.h"
 #include "host/language.h"
 #include "host/text_files.h"
 #include "host/text_table.h"
@@ -30,26 +31,6 @@ using Texts = std::vector<std::u16string>;
 constexpr int kJsonVersion = 1;
 
 // ---- what is offered
-
-// The vocabulary, and the names that a description adds when one is given.
-struct Loaded {
-    Filter filter;
-    ProgrammeOffer offer;
-
-    explicit Loaded(const Options& options) {
-        if (options.description.empty()) {
-            offer = offerOf(filter.words());
-            return;
-        }
-        const std::u16string text = readDescription(
-            options.description, options.descriptionEncoding.value_or(options.encoding));
-        AnalysisWants wants;
-        wants.offer = true;
-        offer = filter.run({{}, kNoLine, kNoLine, text}, wants).offer;
-    }
-
-    const Word& word(Key key) const { return filter.words()[key]; }
-};
 
 struct KindName {
     OfferKind kind;
@@ -72,6 +53,49 @@ constexpr std::array<KindName, 2> kTagKinds{{
     {OfferKind::tag, "declared", Message::kind_declared},
 }};
 
+// The lists of one kind of name.
+struct KindList {
+    ListedTable table;
+    OfferKind kind;
+    std::string_view name;
+    bool ofDescription;
+};
+constexpr std::array<KindList, 8> kKindLists{{
+    {ListedTable::sets, OfferKind::set, "sets", true},
+    {ListedTable::models, OfferKind::model, "models", true},
+    {ListedTable::characters, OfferKind::character, "characters", true},
+    {ListedTable::poses, OfferKind::pose, "poses", true},
+    {ListedTable::voices, OfferKind::voice, "voices", false},
+    {ListedTable::colours, OfferKind::colour, "colours", false},
+    {ListedTable::adverbs, OfferKind::adverb, "adverbs", false},
+    {ListedTable::markers, OfferKind::marker, "markers", false},
+}};
+
+const KindList* kindListOf(ListedTable table) {
+    const auto row = std::ranges::find(kKindLists, table, &KindList::table);
+    return row == kKindLists.end() ? nullptr : &*row;
+}
+
+// The vocabulary, and the names that a description adds when one is given.
+struct Loaded {
+    Filter filter;
+    ProgrammeOffer offer;
+
+    explicit Loaded(const Options& options) {
+        const KindList* const list = kindListOf(options.listed);
+        if (options.description.empty() && (list == nullptr || !list->ofDescription)) {
+            offer = offerOf(filter.words());
+            return;
+        }
+        const std::u16string text = descriptionOf(options);
+        AnalysisWants wants;
+        wants.offer = true;
+        offer = filter.run({{}, kNoLine, kNoLine, text}, wants).offer;
+    }
+
+    const Word& word(Key key) const { return filter.words()[key]; }
+};
+
 std::u16string englishOf(const OfferedName& name) {
     Texts all{name.english};
     all.insert(all.end(), name.otherEnglish.begin(), name.otherEnglish.end());
@@ -86,6 +110,32 @@ std::string show(std::string_view table, const Options& options, const TextTable
     }
     const Json document{{"version", kJsonVersion}, {"list", table}, {"rows", std::move(rows)}};
     return document.dump() + "\n";
+}
+
+// The names of one kind, and of models and poses whose they are.
+std::string showKind(const Options& options, const Loaded& loaded, const KindList& list) {
+    const bool owned = list.table == ListedTable::models || list.table == ListedTable::poses;
+    TextTable text({{label(Message::head_english)},
+                    {label(list.ofDescription ? Message::head_japanese : Message::head_vocabulary)},
+                    {owned ? label(Message::head_whose) : u""}});
+    Json rows = Json::array();
+    for (const OfferedName& name : loaded.offer.of(list.kind)) {
+        const std::u16string english = englishOf(name);
+        const std::u16string whose =
+            name.letters.empty() ? std::u16string(label(Message::list_everybody)) : name.letters;
+        text.add({english, joined(name.words, u", "), owned ? whose : u""});
+        Json words = Json::array();
+        for (const std::u16string& word : name.words) {
+            words.push_back(utf8(word));
+        }
+        rows.push_back({{"english", utf8(english)},
+                        {"words", std::move(words)},
+                        {"letters", utf8(name.letters)}});
+    }
+    if (rows.empty() && options.format == ReportFormat::text) {
+        return say(Message::list_none) + "\n";
+    }
+    return show(list.name, options, text, std::move(rows));
 }
 
 std::string showNames(std::string_view table, const Options& options, const Loaded& loaded,
@@ -256,6 +306,9 @@ std::string listing(const Options& options) {
         return showElements(options);
     }
     const Loaded loaded(options);
+    if (const KindList* const list = kindListOf(options.listed)) {
+        return showKind(options, loaded, *list);
+    }
     switch (options.listed) {
     case ListedTable::tags:
         return showNames("tags", options, loaded, kTagKinds);

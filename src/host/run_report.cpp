@@ -2,6 +2,8 @@
 #include "host/run_report.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <string_view>
 
 #include <nlohmann/json.hpp>
 
@@ -22,7 +24,21 @@ void count(Severity severity, Findings& findings) {
     findings.errors += severity == Severity::error ? 1 : 0;
 }
 
+// Files and pipes get plain text.
+bool showsColours(platform::OutputStream stream) {
+    const char* const refused = std::getenv("NO_COLOR");
+    const char* const terminal = std::getenv("TERM");
+    return platform::isTerminal(stream) && (refused == nullptr || *refused == '\0') &&
+           (terminal == nullptr || std::string_view(terminal) != "dumb");
+}
+
 } // namespace
+
+Screen screenOf(platform::OutputStream stream, ColorChoice color) {
+    return {color == ColorChoice::always ||
+                (color == ColorChoice::automatic && showsColours(stream)),
+            platform::terminalColumns(stream)};
+}
 
 Findings findingsOf(std::vector<Diagnostic> found, const Sources& sources,
                     const ReportOptions& options, platform::OutputStream stream) {
@@ -31,9 +47,8 @@ Findings findingsOf(std::vector<Diagnostic> found, const Sources& sources,
         found, [](const Diagnostic& diagnostic) { return diagnostic.code.row().code == "D318"; });
     result.failed =
         applyPolicy({severityOf(options.failureLevel), options.allowed, options.denied}, found);
-    // Colours are for people; files and pipes get plain text.
     const TextRenderer renderer(sources, platform::system(), language(),
-                                platform::isTerminal(stream));
+                                screenOf(stream, options.color));
     for (const Diagnostic& diagnostic : found) {
         count(diagnostic.severity, result);
         result.lines += options.format == ReportFormat::json

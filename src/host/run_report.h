@@ -22,8 +22,12 @@ enum class ReportFormat : std::uint8_t { text, json };
 // From which severity on a run counts as failed.
 enum class FailureLevel : std::uint8_t { note, warning, error, none };
 
+// Whether findings are coloured: on a terminal that shows colours, or as told.
+enum class ColorChoice : std::uint8_t { automatic, always, never };
+
 struct ReportOptions {
     ReportFormat format = ReportFormat::text;
+    ColorChoice color = ColorChoice::automatic;
     FailureLevel failureLevel = FailureLevel::none;
     std::vector<Code> allowed; // left out
     std::vector<Code> denied;  // count as errors
@@ -38,6 +42,10 @@ struct Findings {
     bool failed = false;            // the failure level is reached
     bool descriptionBroken = false; // its XML; what stands behind the fault is lost
 };
+
+// How the terminal is that shows a stream. NO_COLOR (whatever its value, unless
+// empty) and TERM=dumb say that it shows no colours.
+Screen screenOf(platform::OutputStream stream, ColorChoice color);
 
 // Weighs what was found and brings it into the form that was asked for; `stream`
 // is where the lines will go.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdio>
 
+#include "diagnostics/text_width.h"
 #include "host/language.h"
 #include "platform/host_services.h"
 
@@ -112,6 +113,14 @@ void blankXmlDeclaration(std::u16string& description) {
     }
 }
 
+std::u16string harmlessLines(std::u16string_view text) {
+    std::u16string lines = harmlessText(text);
+    for (std::size_t end = text.find(u'\n'); end != text.npos; end = text.find(u'\n', end + 1)) {
+        lines[end] = u'\n';
+    }
+    return lines;
+}
+
 } // namespace
 
 ScriptText readScript(const std::string& file, InputEncoding encoding) {
@@ -122,12 +131,20 @@ ScriptText readScript(const std::string& file, InputEncoding encoding) {
 
 std::u16string readDescription(const std::string& file, InputEncoding encoding) {
     LineEnds lineEnds{};
-    std::u16string description = readText(file, encoding, lineEnds);
-    blankXmlDeclaration(description);
-    return description;
+    return asDescription(readText(file, encoding, lineEnds));
 }
 
+std::u16string asDescription(std::u16string text) {
+    blankXmlDeclaration(text);
+    return text;
+}
+
+// A terminal gets what it can show; files and pipes get every unit.
 void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding) {
+    if (file == kStandardStream && platform::isTerminal(platform::OutputStream::output)) {
+        writeBytes(file, encodeText(harmlessLines(text), OutputEncoding::utf8));
+        return;
+    }
     // All bytes are made before the file is touched, for lack of memory, too.
     writeBytes(file, encodeText(text, encoding));
 }

@@ -29,6 +29,9 @@ ScriptText readScript(const std::string& file, InputEncoding encoding);
 // the file.
 std::u16string readDescription(const std::string& file, InputEncoding encoding);
 
+// The same of a text that was read as a script.
+std::u16string asDescription(std::u16string text);
+
 // Writes the whole text, or nothing. "-" is standard output.
 void writeScript(const std::string& file, std::u16string_view text, OutputEncoding encoding);
 

@@ -10,11 +10,6 @@ namespace {
 
 constexpr std::size_t kGap = 2; // columns between two cells
 
-// A word of the vocabulary or of a script may hold what a terminal would obey.
-bool isControl(char16_t unit) {
-    return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
-}
-
 void appendCell(std::u16string& line, std::u16string_view cell, std::size_t width, bool atRight) {
     const std::u16string fill(width - std::min(width, columnsOf(cell)), u' ');
     line.append(atRight ? fill : u"").append(cell).append(atRight ? u"" : fill);
@@ -24,7 +19,9 @@ void appendCell(std::u16string& line, std::u16string_view cell, std::size_t widt
 
 void TextTable::add(std::vector<std::u16string> cells) {
     for (std::u16string& cell : cells) {
-        std::ranges::replace_if(cell, isControl, u'\xFFFD');
+        // A word of the vocabulary or of a script may hold what a terminal would obey.
+        cell = harmlessText(cell);
+        std::ranges::replace(cell, u'\t', u'\xFFFD');
     }
     rows_.push_back(std::move(cells));
 }

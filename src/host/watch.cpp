@@ -18,19 +18,11 @@ using namespace std::chrono_literals;
 constexpr std::chrono::milliseconds kQuiet = 50ms;
 constexpr std::chrono::milliseconds kLongest = 1000ms;
 
-void tell(const std::string& line) {
-    platform::writeStream(platform::OutputStream::error, line + "\n");
-}
-
-void convertOrTell(const Options& options, const std::function<void()>& convert) {
+void runOrTell(const std::function<void()>& work) {
     try {
-        convert();
-        // JSON is for programs, which see the output change.
-        if (options.format == ReportFormat::text) {
-            tell("tvmlfilter: " + say(Message::watch_wrote, {options.output}));
-        }
+        work();
     } catch (const HostError& failure) {
-        tell(failure.message);
+        platform::writeStream(platform::OutputStream::error, failure.message + "\n");
     }
 }
 
@@ -46,18 +38,18 @@ FileWatch::Event nextChange(FileWatch& watch) {
 
 } // namespace
 
-int watchInputs(const Options& options, const std::function<void()>& convert) {
+int watchInputs(const Options& options, const std::function<void()>& work) {
     FileWatch watch;
-    const std::string description =
-        options.description.empty() ? fileOfProgram(u"default.xml") : options.description;
-    if (const platform::Failure failure =
-            watch.start({options.script, description, fileOfProgram(u"keyword.ini"),
-                         fileOfProgram(u"Mirvol.ini")})) {
-        throw inputOrOutputError(options.script, {}, Message::failure_watch,
-                                 {systemText(*failure)});
+    std::vector<std::string> files = options.scripts;
+    files.push_back(options.description.empty() ? fileOfProgram(u"default.xml")
+                                                : options.description);
+    files.push_back(fileOfProgram(u"keyword.ini"));
+    files.push_back(fileOfProgram(u"Mirvol.ini"));
+    if (const platform::Failure failure = watch.start(files)) {
+        throw inputOrOutputError(files.front(), {}, Message::failure_watch, {systemText(*failure)});
     }
     do {
-        convertOrTell(options, convert);
+        runOrTell(work);
     } while (nextChange(watch) != FileWatch::Event::ended);
     return kDone;
 }

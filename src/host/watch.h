@@ -1,4 +1,4 @@
-// The option --watch: converting again whenever an input changes.
+// The option --watch: working again whenever an input changes.
 #ifndef TVML_HOST_WATCH_H
 #define TVML_HOST_WATCH_H
 
@@ -8,10 +8,10 @@
 
 namespace tvml::host {
 
-// Calls `convert` now and after every change of what a conversion of these
-// options reads, until the user ends the program. A HostError of a conversion is
-// shown and does not end the watch. Returns the exit code.
-int watchInputs(const Options& options, const std::function<void()>& convert);
+// Calls `work` now and after every change of what a command with these options
+// reads, until the user ends the program. A HostError of the work is shown and does
+// not end the watch. Returns the exit code.
+int watchInputs(const Options& options, const std::function<void()>& work);
 
 } // namespace tvml::host
 

@@ -194,7 +194,7 @@ TEST(ScriptCheck, Messages) {
          "the title does not follow its subtitle of line 1 directly; each becomes a card of its "
          "own"},
         {u"Ｂ：（キャラクター：着物）\n",
-         "character B has no model \"着物\"; the model does not change"},
+         "character B has no model \"着物\" (there is: 背広); the model does not change"},
         {u"Ａ：（敬礼）\n", "\"敬礼\" is a pose of B, not of A; the line writes nothing"},
         {u"（オープニングオフ、同時）\n",
          "\"、同時\" cannot stand behind this command; it is not carried out"},
@@ -225,6 +225,32 @@ TEST(ScriptCheck, DeclaredTagsNamedLikeMarkers) {
     EXPECT_EQ(checkedScript(u"サブイメージ：\n", programme), "1:1 S137 [サブイメージ]");
 }
 
+TEST(MediaNames, AreComparedAsThePlayersSystemDoes) {
+    const MediaNames media({u"map.png", u"Sound/Theme.wav", u"絵/港.jpg"});
+    struct {
+        std::u16string_view name;
+        bool there;
+        std::vector<std::u16string> meant;
+    } const rows[] = {
+        {u"MAP.png", true, {}},
+        {u".\\sound\\theme.WAV", true, {}},
+        {u"絵\\港.jpg", true, {}},
+        {u"C:\\anything.png", true, {}},
+        {u"\\\\server\\x.png", true, {}},
+        {u"theme.wav", false, {u"Sound\\Theme.wav"}},
+        {u"mpa.png", false, {u"map.png"}},
+        {u"絵￥港.jpg", false, {u"絵\\港.jpg"}},
+        {u"quite another thing.gif", false, {}},
+        {u"", false, {}},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(media.holds(row.name), row.there) << utf8(row.name);
+        if (!row.there) {
+            EXPECT_EQ(media.closestTo(row.name), row.meant) << utf8(row.name);
+        }
+    }
+}
+
 TEST(ScriptCheck, PlayedLines) {
     constexpr std::u16string_view kScript = u"Ａ：はい。\nＢ：はい。\n";
     struct {
@@ -235,7 +261,7 @@ TEST(ScriptCheck, PlayedLines) {
         {0, 0, ""},
         {1, 2, ""},
         {2, 3, ""},
-        {3, 2, "2:1 F404 [Ｂ：はい。]"},
+        {3, 2, "0:0 F406; 2:1 F404 [Ｂ：はい。]"},
         {1, 4, "2:1 F404 [Ｂ：はい。]"},
         {-2, 0, "2:1 F404 [Ｂ：はい。]"},
         {kNoLine, kNoLine, ""},

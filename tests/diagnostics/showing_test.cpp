@@ -38,7 +38,7 @@ TEST(TextRenderer, MarksTheRange) {
     };
     for (const auto& row : rows) {
         const Sources sources = scriptOf(row.script);
-        EXPECT_EQ(TextRenderer(sources, platform::system(), Language::en, false).render(row.found),
+        EXPECT_EQ(TextRenderer(sources, platform::system(), Language::en, {}).render(row.found),
                   row.shown);
     }
 }
@@ -60,7 +60,7 @@ TEST(TextRenderer, CutsLinesAsTheReadersDo) {
         {SourceKind::script, 1, "\n  [S]\uFFFDk=v\uFFFD\n  ^\n"},
         {SourceKind::description, 3, "\n  l=w\uFFFD\n  ^\n"},
     };
-    const TextRenderer renderer(sources, platform::system(), Language::en, false);
+    const TextRenderer renderer(sources, platform::system(), Language::en, {});
     for (const auto& row : rows) {
         Diagnostic found = made(row.line, 1, 1);
         found.source = row.source;
@@ -73,11 +73,56 @@ TEST(TextRenderer, ShowsLongLinesAroundTheRange) {
     const std::u16string script = std::u16string(5000, u'x') + u"HERE" + std::u16string(5000, u'y');
     const Sources sources = scriptOf(script);
     const std::string shown =
-        TextRenderer(sources, platform::system(), Language::en, false).render(made(1, 5001, 4));
+        TextRenderer(sources, platform::system(), Language::en, {}).render(made(1, 5001, 4));
     EXPECT_LT(shown.size(), 500u);
     EXPECT_NE(shown.find("xxHEREyy"), std::string::npos);
     EXPECT_EQ(shown.find('^') - shown.rfind('\n', shown.find('^')),
               shown.find("HERE") - shown.rfind('\n', shown.find("HERE")) - 2); // "…" has 3 bytes
+}
+
+// Of every width, no line is wider, no character is cut, and the caret stands
+// under the range.
+TEST(TextRenderer, FitsTheScreen) {
+    const std::u16string script = u"Ａ：🎉🎉🎉🎉🎉🎉🎉きょうはとても長い一行を、\tそのまま書きました（お辞"
+                                  u"義）と、まだ続くのです。🎉🎉";
+    const std::size_t start = script.find(u"お辞義");
+    const Sources sources = scriptOf(script);
+    for (std::size_t columns = 20; columns < 140; ++columns) {
+        const TextRenderer renderer(sources, platform::system(), Language::en, {false, columns});
+        const std::u16string shown = utf16(renderer.render(made(1, start + 1, 3)));
+        const std::size_t excerpt = shown.find(u'\n') + 1;
+        const std::size_t caret = shown.find(u'\n', excerpt) + 1;
+        const std::u16string line = shown.substr(excerpt, caret - 1 - excerpt);
+        const std::u16string marks = shown.substr(caret, shown.find(u'\n', caret) - caret);
+        EXPECT_LE(columnsOf(line), columns) << utf8(line);
+        EXPECT_EQ(line.find(u'\xFFFD'), kNone) << utf8(line);
+        const std::size_t at = line.find(u"お辞義");
+        ASSERT_NE(at, kNone) << utf8(line);
+        if (line.find(u'\t') == kNone) {
+            EXPECT_EQ(columnsOf(line.substr(0, at)), marks.find(u'^')) << utf8(line);
+        }
+        EXPECT_EQ(marks.substr(marks.find(u'^')), u"^~~~~~");
+    }
+}
+
+TEST(HarmlessText, HoldsNothingThatATerminalObeys) {
+    struct {
+        std::string_view bytes;
+        std::string_view shown;
+    } const rows[] = {
+        {"日本\t語.txt", "日本\uFFFD語.txt"},
+        {"a\x1b[31mb\rc\nd\x7f", "a\uFFFD[31mb\uFFFDc\uFFFDd\uFFFD"},
+        {"a\u009b31m", "a\uFFFD31m"},
+        {"a\u202egpj.exe\u2069", "a\uFFFDgpj.exe\uFFFD"},
+        {"\x9b"
+         "31m \xE9t\xE9 \xF0\x9F\x8E",
+         "\uFFFD31m \xE9t\xE9 \xF0\uFFFD\uFFFD"},
+        {"\xC0\x9B \xE0\x80\x9B", "\uFFFD \uFFFD"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(harmlessBytes(row.bytes), row.shown);
+    }
+    EXPECT_EQ(harmlessText(u"a\tb\x1b\u202Ec"), u"a\tb\uFFFD\uFFFDc");
 }
 
 TEST(TextRenderer, ColoursAndSuggestions) {
@@ -85,11 +130,11 @@ TEST(TextRenderer, ColoursAndSuggestions) {
     found.suggestions = {u"速く", u"遅く"};
     const Sources sources = scriptOf(u"x");
     const std::string plain =
-        TextRenderer(sources, platform::system(), Language::en, false).render(found);
+        TextRenderer(sources, platform::system(), Language::en, {}).render(found);
     EXPECT_NE(plain.find("\n  did you mean: 速く / 遅く\n"), std::string::npos);
     EXPECT_EQ(plain.find('\x1b'), std::string::npos);
     std::string coloured =
-        TextRenderer(sources, platform::system(), Language::en, true).render(found);
+        TextRenderer(sources, platform::system(), Language::en, {true}).render(found);
     EXPECT_NE(coloured.find("\x1b[1;31merror: \x1b[0m"), std::string::npos);
     for (std::size_t at = coloured.find('\x1b'); at != coloured.npos; at = coloured.find('\x1b')) {
         coloured.erase(at, coloured.find('m', at) + 1 - at);

@@ -44,8 +44,9 @@ TEST(HostArchive, ConvertsEachScriptAsIfItWereAlone) {
                       "one " + std::to_string(i) + " ");
         }
         EXPECT_FALSE(work.has(std::string("out/") + jobs + "/bad.tvml"));
-        const std::string summary = "11 scripts: 9 converted, 2 failed\n  failed: " + scripts[4] +
-                                    "\n  failed: " + scripts[5] + "\n";
+        const std::string summary =
+            "11 scripts: 9 converted (9 with problems), 2 failed\n  failed: " + scripts[4] +
+            "\n  failed: " + scripts[5] + "\n";
         EXPECT_TRUE(outcome.errors.ends_with(summary)) << outcome.errors;
         // No progress bar in a file.
         EXPECT_EQ(outcome.errors.find('\r'), std::string::npos);
@@ -73,6 +74,7 @@ TEST(HostArchive, OptionsHoldForEveryScript) {
     EXPECT_EQ(summary(strict.errors), Json({{"version", 1},
                                             {"scripts", 2},
                                             {"converted", 2},
+                                            {"withProblems", 1},
                                             {"reachedFailureLevel", 1},
                                             {"failed", Json::array()}}));
     EXPECT_EQ(body(work.read("out/-n.tvml")), "あ ");

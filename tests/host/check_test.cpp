@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -120,6 +121,77 @@ TEST(HostCheck, ChecksTheDescriptionAndThePlayedLines) {
         work.run({"check", work.path("script.txt"), "-d", description, "--from", "9"});
     EXPECT_TRUE(outcome.output.starts_with(description + ":2:1: warning: <bowing>"));
     EXPECT_NE(outcome.output.find("line 9 lies outside the script"), std::string::npos);
+}
+
+// Each script with its own count, the worst first; what they share is told once.
+TEST(HostCheck, ChecksSeveralFiles) {
+    const Workspace work;
+    const std::string description =
+        work.write("d.xml", "<staging><bowing>x</bowing>" + std::string(kDescription).substr(9));
+    const std::string bad = work.write("bad.txt", "A: (dance)\nA: (danse)\n");
+    const std::string good = work.write("good.txt", "A: one\n");
+    const std::string noted = work.write("noted.txt", "Mary: three\n");
+    const std::string xml = work.write("other.xml", "<?xml version=\"1.0\"?><staging></stagin>");
+    const std::string missing = work.path("missing.txt");
+    const Outcome outcome = work.run({"check", good, missing, noted, bad, xml, "-d", description});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.errors.starts_with(missing + ": error: ")) << outcome.errors;
+    const std::string summary =
+        missing + ": could not be read\n" + bad + ": 2 errors, 0 warnings, 0 notes\n" + xml +
+        ": 1 error, 0 warnings, 0 notes\n" + description + ": 0 errors, 1 warning, 0 notes\n" +
+        noted + ": 0 errors, 0 warnings, 1 note\n6 files, 1 without problems\n";
+    EXPECT_TRUE(outcome.errors.ends_with("\n" + summary)) << outcome.errors;
+    std::string once = outcome.output;
+    once.erase(0, once.find("<bowing> has") + 1);
+    EXPECT_EQ(once.find("<bowing> has"), once.npos) << outcome.output;
+    EXPECT_EQ(work.run({"check", good, noted}).exitCode, 0);
+    EXPECT_EQ(work.run({"check", good, bad}).exitCode, 3);
+}
+
+TEST(HostCheck, ChecksADescriptionAlone) {
+    const Workspace work;
+    constexpr std::string_view kBroken = "<?xml version=\"1.0\"?>\n<staging>\n<bow>\n</staging>\n";
+    const std::string description = work.write("d.xml", kBroken);
+    const std::string unnamed = work.write("d.txt", kBroken);
+    const Outcome option = work.run({"check", "-d", description});
+    EXPECT_EQ(option.exitCode, 3);
+    EXPECT_TRUE(option.output.starts_with(description + ":3:1: error: ")) << option.output;
+    EXPECT_EQ(option.errors, description + ": 1 error, 0 warnings, 0 notes\n");
+    EXPECT_EQ(work.run({"check", description}).output, option.output);
+    const std::string other = work.run({"check", unnamed}).output;
+    EXPECT_EQ(other.substr(unnamed.size()), option.output.substr(description.size()));
+    const std::string piped = work.run({"check", "-"}, kBroken).output;
+    EXPECT_TRUE(piped.starts_with("<standard input>:3:1: error: ")) << piped;
+}
+
+TEST(HostCheck, TellsOfMissingMedia) {
+    const Workspace work;
+    std::filesystem::create_directories(work.path("media/Image"));
+    work.write("media/Image/map.png", "");
+    const std::string script = work.write("s.txt", "subimage: image\\MAP.png\nsubimage: map.png\n"
+                                                   "A: (soundfile: hello.wav)\n");
+    const Outcome outcome =
+        work.run({"check", script, "--media", work.path("media"), "--format", "json"});
+    EXPECT_EQ(brief(outcome.output), "2:11 warning S172; 3:16 warning S172; ");
+    EXPECT_NE(outcome.output.find(R"("suggestions":["Image\\map.png"])"), std::string::npos);
+    EXPECT_EQ(work.run({"check", script}).output, "");
+    EXPECT_EQ(work.run({"check", script, "--media", work.path("no")}).exitCode, 1);
+    EXPECT_EQ(brief(work.run({script, "--media", work.path("media"), "--format", "json"}).errors),
+              "2:11 warning S172; 3:16 warning S172; ");
+}
+
+TEST(HostCheck, ColoursAsTold) {
+    const Workspace work;
+    const std::string script = work.write("script2.txt", kScript);
+    for (const std::string option : {"", "--color=auto", "--color=always", "--color=never"}) {
+        std::vector<std::string> arguments{"check", script};
+        if (!option.empty()) {
+            arguments.push_back(option);
+        }
+        EXPECT_EQ(work.run(arguments).output.find('\x1b') != std::string::npos,
+                  option == "--color=always")
+            << option;
+    }
 }
 
 TEST(HostCheck, ExplainsCodes) {

@@ -45,7 +45,8 @@ TEST(HostCompletion, BashCompletesWhatTheTablesHave) {
     } rows[] = {
         {"li", {"list"}},
         {"two", {"two words.txt"}},
-        {"list ''", {"commands", "tags", "words", "elements"}},
+        {"list m", {"models", "markers"}},
+        {"help st", {"stats"}},
         {"list tags --format j", {"json"}},
         {"convert --output-", {"--output-dir", "--output-encoding"}},
         {"convert x --output-encoding = utf-1", {"utf-16le"}},

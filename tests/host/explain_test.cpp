@@ -164,5 +164,23 @@ TEST(HostSourceMap, IsWrittenBesideTheSameOutput) {
     }
 }
 
+// A place as findings have it, and files whose names look like one.
+TEST(HostExplain, TakesThePlaceOfAFinding) {
+    const Workspace work;
+    const std::string script = work.path("script.txt");
+    const std::string expected = work.run({"explain", script + ":2"}).output;
+    ASSERT_FALSE(expected.empty());
+    for (const char* place : {":2:1", ":2:17:", ":2:", ":2:3: "}) {
+        EXPECT_EQ(work.run({"explain", script + place}).output, expected) << place;
+    }
+    for (const char* place : {":2:0", ":2:x", ":0:2", ":1-2:3"}) {
+        EXPECT_NE(work.run({"explain", script + place}).exitCode, 0) << place;
+    }
+#ifndef _WIN32
+    const std::string colon = work.write("a:1", "A: one\nA: two\n");
+    EXPECT_TRUE(work.run({"explain", colon + ":2"}).output.starts_with(colon + ":2: "));
+#endif
+}
+
 } // namespace
 } // namespace tvml::host

@@ -103,7 +103,10 @@ TEST(HostLanguage, Screens) {
         {{script, "--watch=3"}, 2, "--watch に値は付けられません"},
         {{script, "--from", "0"}, 2, "--from: 「0」は指定できません。1 から 2147483647 まで"},
         {{script, "--jobs", "many"}, 2, "--jobs: 「many」は指定できません。0 から 256 まで"},
-        {{"check", script, "more"}, 2, "余分な引数「more」があります"},
+        {{"stats", script, "more"}, 2, "余分な引数「more」があります"},
+        {{"check", script, script + ".no"}, 1, "\nファイル2件: 問題のないもの0件\n"},
+        {{"help", "chek"}, 2, "「chek」というコマンドはありません。check の"},
+        {{"frob"}, 2, "「frob」はファイルでもコマンドでもありません。コマンドは convert, check"},
         {{"list", "foo"}, 2, "表: 「foo」は指定できません。指定できるのは commands, tags"},
         {{"chekc", script}, 2, "「chekc」というファイルもコマンドもありません。check の"},
         {{"explain", script + ":99"}, 2, "s.txt は6行までです。99行目はありません\n"},
@@ -151,7 +154,8 @@ TEST(HostLanguage, HoldsForEveryScriptOfAnArchive) {
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_NE(outcome.errors.find("という命令はありません"), std::string::npos) << outcome.errors;
     EXPECT_NE(outcome.errors.find("missing.txt: エラー: 読み込めません（"), std::string::npos);
-    EXPECT_NE(outcome.errors.find("台本2件: 変換済み1件、失敗1件\n  失敗: "), std::string::npos);
+    EXPECT_NE(outcome.errors.find("台本2件: 変換済み1件（うち1件に問題）、失敗1件\n  失敗: "),
+              std::string::npos);
 }
 
 } // namespace

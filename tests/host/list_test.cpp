@@ -8,6 +8,7 @@
 #include <string>
 
 #include "reading/command_spec.h"
+#include "reading/marker_spec.h"
 #include "vocabulary/keys.h"
 
 namespace tvml::host {
@@ -110,6 +111,56 @@ TEST(HostList, ColumnsLineUpOnATerminal) {
     EXPECT_NE(tags.find("\n至急        declared  速報\n"), std::string::npos) << tags;
     const std::string commands = work.run({"list", "commands", "-d", description}).output;
     EXPECT_NE(commands.find("\nwave                     pose            手\n"), std::string::npos);
+}
+
+// What scripts can name is listed, of the description where it declares it.
+TEST(HostList, NamesOfOneKind) {
+    const Workspace work;
+    const std::string description = work.write(
+        "names.xml", "<staging><numofchar>2</numofchar>\n"
+                     "<set>体育館::Gym::gym.obj\nスタジオ::Studio::studio.obj</set>\n"
+                     "<model_for_char character=\"B\" japanesename=\"背広\" englishname=\"blazer\" "
+                     "default=\"yes\">m</model_for_char>\n"
+                     "<pose character=\"A\" japanesename=\"舞\" englishname=\"dance\">p</pose>\n"
+                     "</staging>\n");
+    const struct {
+        const char* table;
+        const char* row; // one of them, without English for none
+        const char* word;
+        const char* letters;
+        std::size_t count;
+    } rows[] = {
+        {"sets", "Gym", "体育館", "", 2},
+        {"models", "blazer", "背広", "B", 1},
+        {"characters", "B", "Ｂ", "B", 2},
+        {"poses", "dance", "舞", "A", 1},
+        {"voices", "man_ja", "日本語男性", "", countOf(Taker::voice)},
+        {"colours", "red", "赤", "", kColours.size()},
+        {"adverbs", "slow", "遅く", "", 0},
+        {"markers", "title", "タイトル", "", kMarkers.size()},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome =
+            work.run({"list", row.table, "-d", description, "--format", "json"});
+        const Json document = Json::parse(outcome.output);
+        EXPECT_EQ(document.at("list"), row.table);
+        const Json& listed = document.at("rows");
+        if (row.count > 0) {
+            EXPECT_EQ(listed.size(), row.count) << outcome.output;
+        }
+        if (row.word[0] != '\0') {
+            const Json found = rowOf(listed, "english", row.row);
+            EXPECT_EQ(found.at("words").front(), row.word) << outcome.output;
+            EXPECT_EQ(found.at("letters"), row.letters) << outcome.output;
+        }
+        EXPECT_EQ(work.run({"list", row.table, "-d", description}).exitCode, 0);
+    }
+    EXPECT_EQ(work.run({"list", "sets", "-d", work.path("description.xml")}).output,
+              "there is none\n");
+    // Of the description that comes with the program.
+    EXPECT_GT(
+        Json::parse(work.run({"list", "characters", "--format", "json"}).output).at("rows").size(),
+        0U);
 }
 
 } // namespace

@@ -26,6 +26,10 @@ TEST(HostUsage, WrongUsageIsRefusedBeforeAnythingIsRead) {
         {script, "-o"},
         {"-", "-d", "-"},
         {"check"},
+        {"check", "-", "--watch"},
+        {"check", script, "--color", "sometimes"},
+        {"help", "nothing"},
+        {"frobnicate"},
         {"check", "-", "-d", "-"},
         {"check", script, "-o", script},
         {"check", script, "--failure-level", "fatal"},
@@ -91,6 +95,13 @@ TEST(HostUsage, PlaysFromAndToLines) {
         EXPECT_EQ(body(outcome.output), row.body);
         EXPECT_EQ(!outcome.errors.empty(), row.warned) << row.body << outcome.errors;
     }
+}
+
+TEST(HostUsage, HelpOfACommandIsItsHelp) {
+    const Workspace work;
+    EXPECT_EQ(work.run({"help"}).output, work.run({"--help"}).output);
+    EXPECT_EQ(work.run({"help", "check"}).output, work.run({"check", "--help"}).output);
+    EXPECT_EQ(work.run({"help", "check"}).exitCode, 0);
 }
 
 } // namespace
