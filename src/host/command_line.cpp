@@ -23,6 +23,7 @@
 #include "host/explain_command.h"
 #include "host/help.h"
 #include "host/host_error.h"
+#include "host/import_command.h"
 #include "host/language.h"
 #include "host/list_command.h"
 #include "host/manual_command.h"
@@ -41,6 +42,7 @@ constexpr CommandSet kCompletion = 1U << 4;
 constexpr CommandSet kManual = 1U << 5;
 constexpr CommandSet kExplain = 1U << 6;
 constexpr CommandSet kHelp = 1U << 7;
+constexpr CommandSet kImport = 1U << 8;
 
 // A value and its name on the command line.
 template <typename Value> struct Choice {
@@ -73,6 +75,13 @@ constexpr std::array<Choice<OutputEncoding>, 2> kOutputEncodings{{
 constexpr std::array<Choice<ReportFormat>, 2> kFormats{{
     {"text", ReportFormat::text},
     {"json", ReportFormat::json},
+}};
+constexpr std::array<Choice<std::optional<plays::PlayFormat>>, 5> kPlayFormats{{
+    {"auto", std::nullopt},
+    {"play-ja", plays::PlayFormat::japanese},
+    {"play-en", plays::PlayFormat::english},
+    {"fountain", plays::PlayFormat::fountain},
+    {"srt", plays::PlayFormat::subtitles},
 }};
 constexpr std::array<Choice<FailureLevel>, 4> kFailureLevels{{
     {"note", FailureLevel::note},
@@ -216,9 +225,9 @@ CLI::Option* optionalScripts(CLI::App& app, const OptionRow& row, Options& optio
 CLI::Option* scriptArguments(CLI::App& app, const OptionRow& row, Options& options) {
     return optionalScripts(app, row, options)->required();
 }
-// One folder behind the option, which can be given again and again.
-CLI::Option* folders(CLI::App& app, const OptionRow& row, Options& options) {
-    return app.add_option(row.names, options.media)->allow_extra_args(false);
+// One text behind the option, which can be given again and again.
+template <auto Member> CLI::Option* texts(CLI::App& app, const OptionRow& row, Options& options) {
+    return app.add_option(row.names, options.*Member)->allow_extra_args(false);
 }
 std::vector<std::string_view> commandNames();
 CLI::Option* topicArgument(CLI::App& app, const OptionRow& row, Options& options) {
@@ -237,15 +246,21 @@ constexpr OptionRow kOptions[] = {
     {kConvert, "SCRIPT", Message::value_scripts, scriptArguments, Message::option_scripts},
     {kCheck, "SCRIPT", Message::value_scripts, optionalScripts, Message::option_checked},
     {kStats, "SCRIPT", Message::value_script, scriptArgument, Message::option_script},
+    {kImport, "PLAY", Message::value_play, scriptArgument, Message::option_play},
     {kHelp, "COMMAND", Message::value_command, topicArgument, Message::option_topic, commandNames},
     {kCompletion, "SHELL", Message::value_shell, shellArgument, Message::option_shell,
      choicesOf<kShells>},
     {kExplain, "PLACE", Message::value_place, scriptArgument, Message::option_place},
     {kList, "TABLE", Message::value_table, tableArgument, Message::option_table,
      choicesOf<kListedTables>},
-    {kConvert | kCheck | kStats | kExplain | kList, "-d,--description", Message::value_file,
-     text<&Options::description>, Message::option_description},
-    {kConvert, "-o,--output", Message::value_file, text<&Options::output>, Message::option_output},
+    {kConvert | kCheck | kStats | kExplain | kList | kImport, "-d,--description",
+     Message::value_file, text<&Options::description>, Message::option_description},
+    {kConvert | kImport, "-o,--output", Message::value_file, text<&Options::output>,
+     Message::option_output},
+    {kImport, "--cast", Message::value_cast, texts<&Options::cast>, Message::option_cast},
+    {kImport, "--titles", {}, flag<&Options::titles>, Message::option_titles},
+    {kImport, "--format", Message::value_layout, choice<&Options::playFormat, kPlayFormats>,
+     Message::option_playFormat, choicesOf<kPlayFormats>},
     {kConvert, "--output-dir", Message::value_folder, text<&Options::outputFolder>,
      Message::option_outputFolder},
     {kConvert, "--jobs", Message::value_number, number<&Options::jobs, 0, kMostJobs>,
@@ -256,18 +271,19 @@ constexpr OptionRow kOptions[] = {
      Message::option_to},
     {kConvert | kCheck | kStats | kExplain | kList, "--format", Message::value_form,
      choice<&Options::format, kFormats>, Message::option_format, choicesOf<kFormats>},
-    {kConvert | kCheck | kStats | kExplain, "--encoding", Message::value_encoding,
+    {kConvert | kCheck | kStats | kExplain | kImport, "--encoding", Message::value_encoding,
      choice<&Options::encoding, kInputEncodings>, Message::option_encoding,
      choicesOf<kInputEncodings>},
-    {kConvert | kCheck | kStats | kExplain | kList, "--description-encoding",
+    {kConvert | kCheck | kStats | kExplain | kList | kImport, "--description-encoding",
      Message::value_encoding, choice<&Options::descriptionEncoding, kInputEncodings>,
      Message::option_descriptionEncoding, choicesOf<kInputEncodings>},
-    {kConvert, "--output-encoding", Message::value_encoding,
+    {kConvert | kImport, "--output-encoding", Message::value_encoding,
      choice<&Options::outputEncoding, kOutputEncodings>, Message::option_outputEncoding,
      choicesOf<kOutputEncodings>},
     {kConvert, "--source-map", Message::value_file, text<&Options::sourceMap>,
      Message::option_sourceMap},
-    {kConvert | kCheck, "--media", Message::value_folder, folders, Message::option_media},
+    {kConvert | kCheck, "--media", Message::value_folder, texts<&Options::media>,
+     Message::option_media},
     {kConvert | kCheck, "--watch", {}, flag<&Options::watch>, Message::option_watch},
     {kConvert, "--library", Message::value_file, text<&Options::library>, Message::option_library},
     {kConvert | kCheck, "--failure-level", Message::value_level,
@@ -288,6 +304,7 @@ constexpr OptionRow kOptions[] = {
 constexpr CommandRow kCommands[] = {
     {kConvert, "convert", Message::command_convert, Message::more_convert, runConvert},
     {kCheck, "check", Message::command_check, Message::more_check, runCheck},
+    {kImport, "import", Message::command_import, Message::more_import, runImport},
     {kExplain, "explain", Message::command_explain, Message::more_explain, runExplain},
     {kStats, "stats", Message::command_stats, Message::more_stats, runStats},
     {kList, "list", Message::command_list, Message::more_list, runList},

@@ -10,6 +10,7 @@
 
 #include "host/run_report.h"
 #include "host/text_encoding.h"
+#include "import/play.h"
 
 namespace tvml::host {
 
@@ -56,8 +57,11 @@ struct Options {
     std::string sourceMap; // file, empty for none
     bool watch = false;
     ColorChoice color = ColorChoice::automatic;
-    std::vector<std::string> media; // folders; empty: not known
-    std::string topic;              // of `help`
+    std::vector<std::string> media;              // folders; empty: not known
+    std::string topic;                           // of `help`
+    std::vector<std::string> cast;               // of `import`: NAME=LETTER
+    std::optional<plays::PlayFormat> playFormat; // none: the one that the play looks like
+    bool titles = false;                         // of its scenes
 
     ReportOptions report(FailureLevel ownLevel) const {
         return {format, color, failureLevel.value_or(ownLevel), allowed, denied};

@@ -1,9 +1,6 @@
 // A script in, a TVML script out. Entry: runConvert.
 #include "host/convert_command.h"
 
-#include <filesystem>
-#include <system_error>
-
 #include "host/archive_command.h"
 #include "host/conversion.h"
 #include "host/host_error.h"
@@ -17,18 +14,6 @@
 
 namespace tvml::host {
 namespace {
-
-// Whether both names lead to one ordinary file. Devices and pipes can well be
-// read and written at once, and a name that leads nowhere yet is no input.
-bool areOneFile(const std::string& first, const std::string& second) {
-    std::error_code unknown;
-    const auto path = [](const std::string& name) {
-        return std::filesystem::path(std::u8string(name.begin(), name.end()));
-    };
-    return first != kStandardStream &&
-           std::filesystem::equivalent(path(first), path(second), unknown) && !unknown &&
-           std::filesystem::is_regular_file(path(first), unknown);
-}
 
 void checkSourceMap(const Options& options) {
     if (!options.library.empty()) {

@@ -52,6 +52,7 @@ Inputs readInputs(const Options& options) {
     ScriptText script = readScript(options.script, options.encoding);
     inputs.script = std::move(script.text);
     inputs.lineEnds = script.lineEnds;
+    inputs.encoding = script.encoding;
     inputs.description = descriptionOf(options);
     inputs.media = mediaIn(options.media);
     return inputs;

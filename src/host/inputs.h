@@ -17,7 +17,8 @@ struct Inputs {
     std::u16string script;
     std::u16string description;
     LineEnds lineEnds = LineEnds::feeds; // of the script's file
-    std::string scriptName;              // of the files, as messages call them
+    InputEncoding encoding = InputEncoding::utf8;
+    std::string scriptName; // of the files, as messages call them
     std::string descriptionName;
     std::optional<MediaNames> media; // none: not known
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 #include "diagnostics/text_width.h"
 #include "host/language.h"
@@ -73,7 +75,7 @@ LineEnds turnLineEnds(std::u16string& text) {
     return LineEnds::feeds;
 }
 
-std::u16string readText(const std::string& file, InputEncoding encoding, LineEnds& lineEnds) {
+ScriptText readText(const std::string& file, InputEncoding encoding) {
     const std::string bytes = readBytes(file);
     // What was decoded before the bad bytes tells their line and column.
     DecodedText decoded = decodeText(bytes, encoding);
@@ -89,8 +91,8 @@ std::u16string readText(const std::string& file, InputEncoding encoding, LineEnd
         throw inputOrOutputError(inputName(file), positionIn(decoded.text, terminator),
                                  Message::file_nul);
     }
-    lineEnds = turnLineEnds(decoded.text);
-    return std::move(decoded.text);
+    const LineEnds lineEnds = turnLineEnds(decoded.text);
+    return {std::move(decoded.text), lineEnds, decoded.encoding};
 }
 
 // Blanks are allowed in front of the document, so the declaration's place can
@@ -124,14 +126,11 @@ std::u16string harmlessLines(std::u16string_view text) {
 } // namespace
 
 ScriptText readScript(const std::string& file, InputEncoding encoding) {
-    ScriptText script;
-    script.text = readText(file, encoding, script.lineEnds);
-    return script;
+    return readText(file, encoding);
 }
 
 std::u16string readDescription(const std::string& file, InputEncoding encoding) {
-    LineEnds lineEnds{};
-    return asDescription(readText(file, encoding, lineEnds));
+    return asDescription(readText(file, encoding).text);
 }
 
 std::u16string asDescription(std::u16string text) {
@@ -156,6 +155,16 @@ void writeBytes(const std::string& file, std::string_view bytes) {
     if (failure) {
         throw inputOrOutputError(outputName(file), {}, Message::file_write, {systemText(*failure)});
     }
+}
+
+bool areOneFile(const std::string& first, const std::string& second) {
+    std::error_code unknown;
+    const auto path = [](const std::string& name) {
+        return std::filesystem::path(std::u8string(name.begin(), name.end()));
+    };
+    return first != kStandardStream &&
+           std::filesystem::equivalent(path(first), path(second), unknown) && !unknown &&
+           std::filesystem::is_regular_file(path(first), unknown);
 }
 
 void writeOutput(std::string_view text) {

@@ -19,6 +19,7 @@ enum class LineEnds : std::uint8_t { feeds, returns };
 struct ScriptText {
     std::u16string text;
     LineEnds lineEnds = LineEnds::feeds;
+    InputEncoding encoding = InputEncoding::utf8; // that was detected or given
 };
 
 // The script with line feeds as its line ends. "-" is standard input.
@@ -37,6 +38,10 @@ void writeScript(const std::string& file, std::u16string_view text, OutputEncodi
 
 // The same with bytes as they are.
 void writeBytes(const std::string& file, std::string_view bytes);
+
+// Whether both names lead to one ordinary file. Devices and pipes can well be
+// read and written at once, and a name that leads nowhere yet is no input.
+bool areOneFile(const std::string& first, const std::string& second);
 
 // To standard output.
 void writeOutput(std::string_view text);

@@ -1,0 +1,255 @@
+// Plays in English. Entry: readEnglishPlay.
+//
+// A speech begins with a name and a full stop or a colon, on a line of its own or
+// with the words behind it, and goes on to the next empty line.
+#include <algorithm>
+#include <map>
+#include <optional>
+
+#include "import/play_readers.h"
+#include "import/speech_text.h"
+
+namespace tvml::plays {
+namespace {
+
+constexpr std::size_t kLongestName = 30;
+constexpr std::size_t kLongestHead = 80; // with directions
+
+struct Head {
+    std::u16string name;
+    std::vector<PlayPart> directions{};
+    std::size_t content = 0;
+    bool isLoud = false; // in capitals
+};
+
+bool isNobody(std::u16string_view name) {
+    constexpr std::array<std::u16string_view, 22> kNobody{
+        u"THE END", u"END",    u"FADE IN", u"FADE OUT", u"CUT TO", u"TIME",  u"PLACE", u"SETTING",
+        u"TITLE",   u"AUTHOR", u"CURTAIN", u"BLACKOUT", u"NOTE",   u"NOTES", u"DATE",  u"SCENERY",
+        u"BY",      u"SOUND",  u"MUSIC",   u"PROPS",    u"CREDIT", u"SOURCE"};
+    std::u16string upper(name);
+    std::ranges::transform(upper, upper.begin(), [](char16_t unit) {
+        return isLower(unit) && unit < 0x80 ? static_cast<char16_t>(unit - 0x20) : unit;
+    });
+    return std::ranges::find(kNobody, upper) != kNobody.end() || isCastHead(name) ||
+           isEnglishHeading(name);
+}
+
+bool isNameUnit(char16_t unit) {
+    return isUpper(unit) || isLower(unit) || isDigit(unit) || holds(u" '’-&,/#.", unit);
+}
+
+bool isName(std::u16string_view name) {
+    const bool begins = !name.empty() && isUpper(name.front());
+    return begins && name.size() <= kLongestName && std::ranges::all_of(name, isNameUnit) &&
+           std::ranges::count(name, u' ') < 4 && !isNobody(name);
+}
+
+// The place of the sign behind the name: a colon, or a full stop that no initial
+// or title has. Brackets in front of it are passed over.
+std::size_t findSign(std::u16string_view line) {
+    for (std::size_t at = 0; at < std::min(line.size(), kLongestHead); ++at) {
+        const bool isEnd =
+            at + 1 == line.size() || isBlank(line[at + 1]) || holds(u"—-_\"“(", line[at + 1]);
+        if (holds(kOpenings, line[at])) {
+            at = std::min(line.substr(0, kLongestHead).find_first_of(kClosings, at), kLongestHead);
+        } else if (line[at] == u':' && isEnd) {
+            return at;
+        } else if (line[at] == u'.' && isEnd) {
+            constexpr std::array<std::u16string_view, 5> kTitles{u"MR", u"MRS", u"DR", u"ST",
+                                                                 u"MS"};
+            const std::u16string_view head = line.substr(0, at);
+            const std::u16string_view word = head.substr(head.find_last_of(u' ') + 1);
+            const bool isShort =
+                at + 1 < line.size() &&
+                (head.size() == 1 || std::ranges::find(kTitles, word) != kTitles.end());
+            if (!isShort) {
+                return at;
+            }
+        }
+    }
+    return kNowhere;
+}
+
+std::optional<Head> headIn(const PlayLine& line) {
+    const std::size_t sign = findSign(line.text);
+    if (sign == kNowhere) {
+        return std::nullopt;
+    }
+    Head found{{}, {}, sign + 1, false};
+    std::u16string_view head = trimmed(line.text.substr(0, sign));
+    const std::size_t open = head.find_first_of(kOpenings);
+    if (open != kNowhere && holds(kClosings, head.back())) {
+        found.directions.push_back(
+            directionPart(head.substr(open + 1, head.size() - open - 2), line.number));
+        head = trimmed(head.substr(0, open));
+    }
+    while (!head.empty() && holds(u"_*", head.front())) {
+        head.remove_prefix(1);
+    }
+    if (!isName(head)) {
+        return std::nullopt;
+    }
+    found.name = head;
+    found.isLoud = std::ranges::none_of(head, isLower);
+    // "Well. That is it." is no speech, "Anna: That is it." one of Anna's.
+    const bool isSigned = found.isLoud || line.text[sign] == u':';
+    return isSigned ? std::optional(std::move(found)) : std::nullopt;
+}
+
+// What is set in italics.
+std::u16string withoutItalics(std::u16string_view text) {
+    std::u16string plain(text);
+    std::erase(plain, u'_');
+    return plain;
+}
+
+class EnglishPlayReader {
+public:
+    explicit EnglishPlayReader(Lines lines) : lines_(lines) {
+        for (const PlayLine& line : lines) {
+            if (const auto head = headIn(line)) {
+                ++names_[head->name];
+                loud_ += head->isLoud ? 1 : 0;
+                quiet_ += head->isLoud ? 0 : 1;
+            }
+        }
+    }
+
+    std::vector<PlayItem> read() {
+        for (at_ = 0; at_ < lines_.size(); ++at_) {
+            readLine(lines_[at_]);
+        }
+        return std::move(items_);
+    }
+
+private:
+    void readLine(const PlayLine& line) {
+        if (line.empty() || isRuler(line.text)) {
+            return;
+        }
+        if (isCastHead(line.text)) {
+            readCast();
+        } else if (isEnglishHeading(line.text)) {
+            items_.push_back({ItemKind::heading,
+                              line.number,
+                              {},
+                              {directionPart(withoutItalics(line.text), line.number)}});
+        } else if (const auto head = headOf(line)) {
+            readSpeech(line, *head);
+        } else if (holds(kOpenings, line.text.front())) {
+            readDirection();
+        } else {
+            add(ItemKind::direction, line);
+        }
+    }
+
+    // Names that are not in capitals are trusted where they come again, or where
+    // no name is in capitals.
+    std::optional<Head> headOf(const PlayLine& line) const {
+        std::optional<Head> head = headIn(line);
+        const bool isTrusted = head && (head->isLoud || loud_ == 0 || names_.at(head->name) > 1);
+        return isTrusted ? head : std::nullopt;
+    }
+
+    // Entries stand with empty lines or without; what no speech begins and no
+    // heading ends is one.
+    void readCast() {
+        for (; at_ < lines_.size(); ++at_) {
+            const PlayLine& line = lines_[at_];
+            const std::size_t gap =
+                at_ > 1 && lines_[at_ - 1].empty() && lines_[at_ - 2].empty() ? 2 : 0;
+            if (!line.empty() && (isEnglishHeading(line.text) || gap == 2 || isFirstSpeech(line))) {
+                break;
+            }
+            if (!line.empty()) {
+                add(ItemKind::other, line);
+            }
+        }
+        --at_;
+    }
+
+    // Of a cast that names itself, "ANNA: a teacher" is an entry, unless she speaks
+    // no more.
+    bool isFirstSpeech(const PlayLine& line) const {
+        const auto head = headIn(line);
+        return head && (at_ > 0 && lines_[at_ - 1].empty());
+    }
+
+    void add(ItemKind kind, const PlayLine& line) {
+        items_.push_back(
+            {kind,
+             line.number,
+             {},
+             {directionPart(withoutOuterBrackets(withoutItalics(line.text)), line.number)}});
+    }
+
+    // In brackets, over several lines.
+    void readDirection() {
+        const std::int32_t first = lines_[at_].number;
+        std::u16string text;
+        std::size_t depth = 0;
+        for (;; ++at_) {
+            for (const char16_t unit : lines_[at_].text) {
+                depth += holds(kOpenings, unit) ? 1 : 0;
+                depth -= holds(kClosings, unit) && depth > 0 ? 1 : 0;
+            }
+            appendLine(text, lines_[at_].text);
+            if (depth == 0 || at_ + 1 == lines_.size() || lines_[at_ + 1].empty() ||
+                headOf(lines_[at_ + 1])) {
+                break;
+            }
+        }
+        const std::u16string plain = withoutItalics(text);
+        items_.push_back(
+            {ItemKind::direction, first, {}, {directionPart(withoutOuterBrackets(plain), first)}});
+    }
+
+    void readSpeech(const PlayLine& line, const Head& head) {
+        SpeechText speech;
+        const std::u16string plain = withoutItalics(line.text.substr(head.content));
+        speech.add(trimmed(plain), line.number);
+        while (at_ + 1 < lines_.size() && goesOn(lines_[at_ + 1], speech)) {
+            ++at_;
+            const std::u16string more = withoutItalics(lines_[at_].text);
+            speech.add(trimmed(more), lines_[at_].number);
+        }
+        std::vector<PlayPart> parts = head.directions;
+        const std::vector<PlayPart> rest = speech.parts();
+        parts.insert(parts.end(), rest.begin(), rest.end());
+        addSpeech(items_, line.number, head.name, std::move(parts));
+    }
+
+    // An empty line ends a speech that has ended a sentence.
+    bool goesOn(const PlayLine& next, const SpeechText& speech) {
+        if (next.empty()) {
+            return !speech.empty() && !endsSentence(speech.text()) && skipEmpty();
+        }
+        return !isRuler(next.text) && !isEnglishHeading(next.text) && !headOf(next);
+    }
+
+    // To the last of the empty lines, when the speech goes on behind them.
+    bool skipEmpty() {
+        const std::size_t next = at_ + 2;
+        const bool isMore = next < lines_.size() && !lines_[next].empty() &&
+                            !holds(kOpenings, lines_[next].text.front()) &&
+                            !isRuler(lines_[next].text) && !isEnglishHeading(lines_[next].text) &&
+                            !headOf(lines_[next]) && isLower(lines_[next].text.front());
+        return isMore;
+    }
+
+    const Lines lines_;
+    std::vector<PlayItem> items_;
+    std::map<std::u16string, std::size_t> names_;
+    std::size_t loud_ = 0;
+    std::size_t quiet_ = 0;
+    std::size_t at_ = 0;
+};
+
+} // namespace
+
+std::vector<PlayItem> readEnglishPlay(Lines lines) {
+    return EnglishPlayReader(lines).read();
+}
+
+} // namespace tvml::plays
