@@ -46,26 +46,21 @@ public:
     Lines lines() const { return lines_; }
 
 private:
+    // Looks at each unit once, however many signs begin nothing.
     std::u16string kept(std::u16string_view text) {
         std::u16string rest;
-        while (!text.empty()) {
-            if (end_.empty()) {
-                const std::size_t note = text.find(u"[[");
-                const std::size_t comment = text.find(u"/*");
-                const std::size_t begin = std::min(note, comment);
-                rest.append(text.substr(0, begin));
-                if (begin == kNowhere) {
-                    break;
-                }
-                end_ = begin == note ? u"]]" : u"*/";
-                text.remove_prefix(begin + 2);
+        for (std::size_t at = 0; at < text.size();) {
+            const std::u16string_view pair = text.substr(at, 2);
+            const bool begins = end_.empty() && (pair == u"[[" || pair == u"/*");
+            const bool ends = !end_.empty() && pair == end_;
+            if (begins) {
+                end_ = pair == u"[[" ? u"]]" : u"*/";
+            } else if (ends) {
+                end_ = {};
+            } else if (end_.empty()) {
+                rest.push_back(text[at]);
             }
-            const std::size_t end = text.find(end_);
-            if (end == kNowhere) {
-                break;
-            }
-            end_ = {};
-            text.remove_prefix(end + 2);
+            at += begins || ends ? 2 : 1;
         }
         return rest;
     }

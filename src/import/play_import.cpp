@@ -8,7 +8,6 @@
 #include "filter/conversion_run.h"
 #include "import/play_format.h"
 #include "import/play_lines.h"
-#include "staging/xml_parser.h"
 
 namespace tvml::plays {
 namespace {
@@ -54,8 +53,7 @@ public:
     Import(const ImportRequest& request, const platform::Platform& platform)
         : request_(request), platform_(platform), listeners_{&programme_},
           run_(request.words, request.settings, platform, &listeners_),
-          play_(readPlay(request.text, request.format)), cast_(play_, request.wishes),
-          parsed_(parseDescription(request.description)) {
+          play_(readPlay(request.text, request.format)), cast_(play_, request.wishes) {
         run_.convert(conversionOf(u""));
     }
 
@@ -72,7 +70,7 @@ public:
 
 private:
     ConversionRequest conversionOf(std::u16string_view script) const {
-        return {script, kNoLine, kNoLine, request_.description, parsed_};
+        return {script, kNoLine, kNoLine, request_.description};
     }
 
     WrittenScript write() const {
@@ -136,7 +134,6 @@ private:
     ConversionRun run_; // keeps the programme
     const Play play_;
     const Cast cast_;
-    const std::shared_ptr<const XmlDocument> parsed_;
     std::set<PartPlace> refused_;
 };
 

@@ -37,8 +37,9 @@ std::size_t endOfNote(std::u16string_view text, std::size_t open) {
     if (!text.substr(open).starts_with(u"［＃")) {
         return kNowhere;
     }
-    const std::size_t end = text.find_first_of(u"］\n", open);
-    return end != kNowhere && text[end] == u'］' ? end : kNowhere;
+    constexpr std::size_t kLongestNote = 200; // so that many of no end cost little
+    const std::size_t end = text.substr(open, kLongestNote).find_first_of(u"］\n");
+    return end != kNowhere && text[open + end] == u'］' ? open + end : kNowhere;
 }
 
 } // namespace
