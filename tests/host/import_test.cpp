@@ -136,5 +136,36 @@ TEST(HostImport, RefusesWhatIsNoPlay) {
     EXPECT_EQ(work.read("play.txt"), kPlay);
 }
 
+// ---- the pages
+
+// The fenced block of a kind, without its fences.
+std::string blockOf(const std::string& page, const std::string& kind) {
+    const std::string fence = "\n```" + kind + "\n";
+    const std::size_t start = page.find(fence);
+    const std::size_t end = page.find("```\n", start + fence.size());
+    return start == page.npos ? "" : page.substr(start + fence.size(), end - start - fence.size());
+}
+
+TEST(HostImport, DoesWhatItsPagesShow) {
+    const Workspace work;
+    for (const std::string language : {"en", "ja"}) {
+        const std::string name =
+            TVML_SOURCE_DIR "/docs/" + (language == "en" ? std::string() : "ja/") + "import.md";
+        std::ifstream file(name, std::ios::binary);
+        const std::string page{std::istreambuf_iterator<char>(file), {}};
+        const std::string play = work.write("play.txt", blockOf(page, "play"));
+        const Outcome outcome = work.run({"import", play, "--titles", "--language", language});
+        EXPECT_EQ(outcome.exitCode, 0) << name;
+        EXPECT_EQ(outcome.output, blockOf(page, "script")) << name;
+        std::string report = outcome.errors;
+        for (std::size_t at = report.find(play); at != report.npos; at = report.find(play)) {
+            report.replace(at, play.size(), "play.txt");
+        }
+        EXPECT_EQ(report, blockOf(page, "report")) << name;
+        const std::string script = work.write("script.txt", outcome.output);
+        EXPECT_EQ(work.run({"check", script, "--failure-level", "warning"}).exitCode, 0) << name;
+    }
+}
+
 } // namespace
 } // namespace tvml::host
