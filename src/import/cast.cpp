@@ -15,6 +15,21 @@ bool isLatin(char16_t unit) {
     return isUpper(unit) || isLower(unit);
 }
 
+// "ANNA and BELL" as "ANNA&BELL".
+std::u16string withSigns(std::u16string_view name) {
+    std::u16string result;
+    while (!name.empty()) {
+        const std::size_t at = std::min(name.find(u" and "), name.find(u" AND "));
+        result.append(name.substr(0, at));
+        if (at == kNowhere) {
+            break;
+        }
+        result.push_back(u'&');
+        name.remove_prefix(at + 5);
+    }
+    return result;
+}
+
 // Names are compared without regard to case in directions: "Hamlet bows."
 std::u16string inCapitals(std::u16string_view text) {
     std::u16string upper(text);
@@ -97,14 +112,15 @@ void Cast::giveLetters() {
 }
 
 // The first of several names, each of which speaks alone as well.
-const CastMember* Cast::firstOfSeveral(std::u16string_view name) const {
+const CastMember* Cast::firstOfSeveral(std::u16string_view given) const {
+    const std::u16string name = withSigns(given);
     if (name.find_first_of(kJoints) == kNowhere) {
         return nullptr;
     }
     const CastMember* first = nullptr;
     for (std::size_t at = 0; at < name.size();) {
         const std::size_t end = std::min(name.find_first_of(kJoints, at), name.size());
-        const auto known = places_.find(trimmed(name.substr(at, end - at)));
+        const auto known = places_.find(trimmed(std::u16string_view(name).substr(at, end - at)));
         if (known == places_.end()) {
             return nullptr;
         }

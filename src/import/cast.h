@@ -48,7 +48,7 @@ private:
     void count(const Play& play);
     void grant(std::span<const CastWish> wishes);
     void giveLetters();
-    const CastMember* firstOfSeveral(std::u16string_view name) const;
+    const CastMember* firstOfSeveral(std::u16string_view given) const;
     CastMember* find(std::u16string_view name);
 
     std::vector<CastMember> members_;

@@ -71,6 +71,20 @@ std::size_t findSign(std::u16string_view line) {
     return kNowhere;
 }
 
+// All in capitals but for what joins two names.
+bool isLoud(std::u16string_view name) {
+    for (std::u16string_view rest = name; !rest.empty();) {
+        const std::size_t end = std::min(rest.find(u' '), rest.size());
+        const std::u16string_view word = rest.substr(0, end);
+        if (std::ranges::any_of(word, isLower) && word != u"and" && word != u"of" &&
+            word != u"the") {
+            return false;
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return true;
+}
+
 std::optional<Head> headIn(const PlayLine& line) {
     const std::size_t sign = findSign(line.text);
     if (sign == kNowhere) {
@@ -91,10 +105,23 @@ std::optional<Head> headIn(const PlayLine& line) {
         return std::nullopt;
     }
     found.name = head;
-    found.isLoud = std::ranges::none_of(head, isLower);
+    found.isLoud = isLoud(head);
     // "Well. That is it." is no speech, "Anna: That is it." one of Anna's.
     const bool isSigned = found.isLoud || line.text[sign] == u':';
     return isSigned ? std::optional(std::move(found)) : std::nullopt;
+}
+
+// "Exit.", "Enter Anna.", set apart by its place or in italics.
+bool isStageMove(const PlayLine& line, std::size_t indent) {
+    constexpr std::array<std::u16string_view, 6> kMoves{u"Exit",     u"Exeunt",   u"Enter",
+                                                        u"Re-enter", u"Flourish", u"Alarum"};
+    const bool isItalic = line.text.front() == u'_';
+    const std::u16string_view text = line.text.substr(isItalic ? 1 : 0);
+    const bool isApart = isItalic || line.indent > indent;
+    return isApart && std::ranges::any_of(kMoves, [text](std::u16string_view move) {
+               return text.starts_with(move) &&
+                      (text.size() == move.size() || !isLower(text[move.size()]));
+           });
 }
 
 // What is set in italics.
@@ -209,7 +236,8 @@ private:
         SpeechText speech;
         const std::u16string plain = withoutItalics(line.text.substr(head.content));
         speech.add(trimmed(plain), line.number);
-        while (at_ + 1 < lines_.size() && goesOn(lines_[at_ + 1], speech)) {
+        while (at_ + 1 < lines_.size() && goesOn(lines_[at_ + 1], speech) &&
+               (lines_[at_ + 1].empty() || !isStageMove(lines_[at_ + 1], line.indent))) {
             ++at_;
             const std::u16string more = withoutItalics(lines_[at_].text);
             speech.add(trimmed(more), lines_[at_].number);

@@ -40,6 +40,13 @@ bool isNumberedPlace(std::u16string_view line) {
            holds(u"．.、　 ", line[digits]) && !isDigit(line[digits + 1]);
 }
 
+// FIRST ACT
+bool isOrdinalAct(std::u16string_view line) {
+    constexpr std::array<std::u16string_view, 5> kOrdinals{u"FIRST ", u"SECOND ", u"THIRD ",
+                                                           u"FOURTH ", u"FIFTH "};
+    return startsWithOne(line, kOrdinals) && (line.ends_with(u" ACT") || line.ends_with(u" SCENE"));
+}
+
 // A word such as SCENE with nothing, a number or a colon behind it.
 bool isSceneWord(std::u16string_view line) {
     constexpr std::array<std::u16string_view, 6> kWords{u"ACT",      u"SCENE",   u"PROLOGUE",
@@ -89,11 +96,12 @@ bool isEnglishHeading(std::u16string_view line) {
     }
     constexpr std::array<std::u16string_view, 8> kPlaces{u"INT.", u"EXT.", u"EST.", u"INT ",
                                                          u"EXT ", u"INT/", u"EXT/", u"I/E"};
-    return startsWithOne(upperCase(line.substr(0, 5)), kPlaces) || isSceneWord(line);
+    return startsWithOne(upperCase(line.substr(0, 5)), kPlaces) || isSceneWord(line) ||
+           isOrdinalAct(line);
 }
 
 bool isCastHead(std::u16string_view line) {
-    constexpr std::array<std::u16string_view, 14> kHeads{u"登場人物",
+    constexpr std::array<std::u16string_view, 16> kHeads{u"登場人物",
                                                          u"登場人物表",
                                                          u"人物",
                                                          u"人物表",
@@ -106,7 +114,9 @@ bool isCastHead(std::u16string_view line) {
                                                          u"PERSONS",
                                                          u"DRAMATIS PERSONAE",
                                                          u"DRAMATIS PERSONÆ",
-                                                         u"CAST OF CHARACTERS"};
+                                                         u"CAST OF CHARACTERS",
+                                                         u"PERSONS OF THE PLAY",
+                                                         u"THE PERSONS IN THE PLAY"};
     constexpr std::u16string_view kAround = u"【】［］[]（）()〈〉《》■◆○●◇□：:.*_#＃ 　";
     const std::size_t first = line.find_first_not_of(kAround);
     if (first == kNowhere || line.size() > kLongestHeading) {

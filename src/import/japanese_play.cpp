@@ -29,12 +29,14 @@ struct Head {
 };
 
 // What stands in front of colons and is nobody.
-constexpr std::array<std::u16string_view, 34> kNobody{
-    u"作",   u"作者",     u"原作",     u"脚本", u"演出", u"時",       u"所",
-    u"時間", u"場所",     u"日時",     u"題名", u"題",   u"タイトル", u"サブタイトル",
-    u"注",   u"備考",     u"あらすじ", u"制作", u"製作", u"音楽",     u"音響",
-    u"照明", u"効果音",   u"SE",       u"ＳＥ", u"BGM",  u"ＢＧＭ",   u"テロップ",
-    u"字幕", u"スーパー", u"登場人物", u"人物", u"配役", u"キャスト"};
+constexpr std::array<std::u16string_view, 39> kNobody{
+    u"戯曲",         u"ラジオドラマ", u"テレビドラマ", u"ドラマ",   u"朗読劇",   u"作",
+    u"作者",         u"原作",         u"脚本",         u"演出",     u"時",       u"所",
+    u"時間",         u"場所",         u"日時",         u"題名",     u"題",       u"タイトル",
+    u"サブタイトル", u"注",           u"備考",         u"あらすじ", u"制作",     u"製作",
+    u"音楽",         u"音響",         u"照明",         u"効果音",   u"SE",       u"ＳＥ",
+    u"BGM",          u"ＢＧＭ",       u"テロップ",     u"字幕",     u"スーパー", u"登場人物",
+    u"人物",         u"配役",         u"キャスト"};
 
 bool isName(std::u16string_view name, Layout layout) {
     constexpr std::u16string_view kNever =
@@ -120,7 +122,9 @@ public:
         }
         switch (head.layout) {
         case Layout::quote:
-            return times > 1 || (times == 1 && !endsLikePhrase(head.name));
+            return times > 1 ||
+                   (times == 1 && !endsLikePhrase(head.name) &&
+                    count(Layout::quote) >= count(Layout::blank) + count(Layout::colon));
         case Layout::colon:
             return times > 0;
         case Layout::blank:
@@ -297,7 +301,10 @@ private:
     std::vector<PlayPart> readOpenSpeech(const PlayLine& line, std::size_t content) {
         SpeechText speech;
         speech.add(trimmed(line.text.substr(content)), line.number);
-        while (at_ + 1 < lines_.size() && goesOn(lines_[at_], lines_[at_ + 1], speech)) {
+        const std::u16string_view rest = line.text.substr(content);
+        const std::size_t blanks = rest.size() - trimmed(rest).size();
+        const std::size_t column = line.indent + content + blanks;
+        while (at_ + 1 < lines_.size() && goesOn(lines_[at_], lines_[at_ + 1], speech, column)) {
             ++at_;
             speech.add(lines_[at_].text, lines_[at_].number);
         }
@@ -305,14 +312,17 @@ private:
     }
 
     // A short line that ends a sentence ends the speech, where a direction may
-    // follow.
-    bool goesOn(const PlayLine& line, const PlayLine& next, const SpeechText& speech) const {
+    // follow, unless the next one begins below the words.
+    bool goesOn(const PlayLine& line, const PlayLine& next, const SpeechText& speech,
+                std::size_t column) const {
         if (next.empty() || isRuler(next.text) || isJapaneseHeading(next.text) || headOf(next)) {
             return false;
         }
+        constexpr std::size_t kOfDirections = 3; // indent, by custom
+        const bool isBelow = next.indent == column && column != kOfDirections;
         const bool isFull = 5 * line.width >= 4 * widest_;
-        const bool isGroup = withoutOuterBrackets(next.text).size() < next.text.size();
-        return isGroup || isFull || speech.empty() || !endsSentence(line.text);
+        const bool beginsWithGroup = holds(kOpenings, next.text.front());
+        return beginsWithGroup || isBelow || isFull || speech.empty() || !endsSentence(line.text);
     }
 
     const Lines lines_;

@@ -112,6 +112,11 @@ TEST(Import, Layouts) {
          u"太郎　おはよう。\n　　　花子、座る。\n花子　きのうは遅くまで起きていたので\n　　　眠い。"
          u"\n",
          "Ａ：おはよう。|Ｂ：（座る）|Ｂ：きのうは遅くまで起きていたので眠い。", "2+花子、座る。;"},
+        {"lines below the words, and with directions", japanese,
+         u"ドラマ「海」\n祖父　　うん（うなずく）。\n　　　　（笑って）そう。\n真央　　はい。\n　　"
+         u"　　ええ。\n"
+         u"祖父Ｍ　いい子だ。\n",
+         "Ａ：うん。|Ａ：（うん）|Ａ：（喜）|Ａ：そう。|Ｂ：はい。ええ。|Ｃ：いい子だ。", ""},
         {"a sentence with a quote in it is no speech", japanese,
          u"太郎「やあ」\n次郎は「さようなら」と書いた紙を見せる。\n花子「ああ」と手を振る。\n花子「"
          u"ええ」\n",
@@ -131,6 +136,9 @@ TEST(Import, Layouts) {
          u"ANNA.\nWhat is it?\n\nBELL (bows). Nothing. [_She sits._]\n\n(ANNA jumps.)\n\nANNA: "
          u"Oh!\n",
          "A: What is it?|B: (bow)|B: Nothing.|B: (sit)|A: (jump)|A: Oh!", ""},
+        {"several at once, and who comes and goes", english,
+         u"ANNA.\nHush.\n  Exit.\n\nBELL.\nOh.\n_Enter Carl._\n\nANNA and BELL.\nGood night.\n",
+         "A: Hush.|B: Oh.|A: Good night.", ""},
         {"small names, where they come again", english, u"Anna: One.\nBell: Two.\nAnna: Three.\n",
          "A: One.|B: Two.|A: Three.", ""},
         {"screenplays", fountain,
