@@ -34,7 +34,7 @@ plays::CastWish wishIn(const std::string& given, const KeywordTable& words) {
     return {text.substr(0, sign), letter};
 }
 
-plays::ImportedPlay import(const Options& options, const Inputs& inputs) {
+plays::ImportedPlay imported(const Options& options, const Inputs& inputs) {
     IniFiles files(platform::system());
     files.load();
     std::vector<plays::CastWish> wishes;
@@ -165,7 +165,7 @@ int runImport(const Options& options) {
         refuse(Message::usage_outputIsInput, {options.output});
     }
     const Inputs inputs = readInputs(options);
-    const plays::ImportedPlay play = import(options, inputs);
+    const plays::ImportedPlay play = imported(options, inputs);
     if (play.speechesIn == 0) {
         throw inputOrOutputError(inputs.scriptName, {}, Message::import_noSpeeches);
     }

@@ -6,8 +6,7 @@
 #include <map>
 #include <optional>
 
-#include "import/play_readers.h"
-#include "import/speech_text.h"
+#include "import/line_walk.h"
 
 namespace tvml::plays {
 namespace {
@@ -131,43 +130,32 @@ std::u16string withoutItalics(std::u16string_view text) {
     return plain;
 }
 
-class EnglishPlayReader {
+class EnglishPlayReader final : public LineWalk {
 public:
-    explicit EnglishPlayReader(Lines lines) : lines_(lines) {
+    explicit EnglishPlayReader(Lines lines) : LineWalk(lines) {
         for (const PlayLine& line : lines) {
             if (const auto head = headIn(line)) {
                 ++names_[head->name];
                 loud_ += head->isLoud ? 1 : 0;
-                quiet_ += head->isLoud ? 0 : 1;
             }
         }
     }
 
-    std::vector<PlayItem> read() {
-        for (at_ = 0; at_ < lines_.size(); ++at_) {
-            readLine(lines_[at_]);
-        }
-        return std::move(items_);
-    }
-
 private:
-    void readLine(const PlayLine& line) {
+    void readLine(const PlayLine& line) override {
         if (line.empty() || isRuler(line.text)) {
             return;
         }
         if (isCastHead(line.text)) {
             readCast();
         } else if (isEnglishHeading(line.text)) {
-            items_.push_back({ItemKind::heading,
-                              line.number,
-                              {},
-                              {directionPart(withoutItalics(line.text), line.number)}});
+            add(ItemKind::heading, line, withoutItalics(line.text));
         } else if (const auto head = headOf(line)) {
             readSpeech(line, *head);
         } else if (holds(kOpenings, line.text.front())) {
             readDirection();
         } else {
-            add(ItemKind::direction, line);
+            add(ItemKind::direction, line, withoutItalics(line.text));
         }
     }
 
@@ -184,36 +172,25 @@ private:
     void readCast() {
         for (; at_ < lines_.size(); ++at_) {
             const PlayLine& line = lines_[at_];
-            const std::size_t gap =
-                at_ > 1 && lines_[at_ - 1].empty() && lines_[at_ - 2].empty() ? 2 : 0;
-            if (!line.empty() && (isEnglishHeading(line.text) || gap == 2 || isFirstSpeech(line))) {
+            const bool isParted = at_ > 1 && lines_[at_ - 1].empty() && lines_[at_ - 2].empty();
+            if (!line.empty() && (isEnglishHeading(line.text) || isParted || isFirstSpeech(line))) {
                 break;
             }
             if (!line.empty()) {
-                add(ItemKind::other, line);
+                add(ItemKind::other, line, withoutItalics(line.text));
             }
         }
         --at_;
     }
 
-    // Of a cast that names itself, "ANNA: a teacher" is an entry, unless she speaks
-    // no more.
+    // "ANNA: a teacher" is an entry, unless an empty line stands in front of it.
     bool isFirstSpeech(const PlayLine& line) const {
-        const auto head = headIn(line);
-        return head && (at_ > 0 && lines_[at_ - 1].empty());
-    }
-
-    void add(ItemKind kind, const PlayLine& line) {
-        items_.push_back(
-            {kind,
-             line.number,
-             {},
-             {directionPart(withoutOuterBrackets(withoutItalics(line.text)), line.number)}});
+        return at_ > 0 && lines_[at_ - 1].empty() && headIn(line).has_value();
     }
 
     // In brackets, over several lines.
     void readDirection() {
-        const std::int32_t first = lines_[at_].number;
+        const std::size_t first = at_;
         std::u16string text;
         std::size_t depth = 0;
         for (;; ++at_) {
@@ -227,9 +204,7 @@ private:
                 break;
             }
         }
-        const std::u16string plain = withoutItalics(text);
-        items_.push_back(
-            {ItemKind::direction, first, {}, {directionPart(withoutOuterBrackets(plain), first)}});
+        add(ItemKind::direction, lines_[first], withoutItalics(text));
     }
 
     void readSpeech(const PlayLine& line, const Head& head) {
@@ -242,36 +217,26 @@ private:
             const std::u16string more = withoutItalics(lines_[at_].text);
             speech.add(trimmed(more), lines_[at_].number);
         }
-        std::vector<PlayPart> parts = head.directions;
-        const std::vector<PlayPart> rest = speech.parts();
-        parts.insert(parts.end(), rest.begin(), rest.end());
-        addSpeech(items_, line.number, head.name, std::move(parts));
+        addSpoken(line.number, head.name, head.directions, speech.parts());
     }
 
     // An empty line ends a speech that has ended a sentence.
-    bool goesOn(const PlayLine& next, const SpeechText& speech) {
-        if (next.empty()) {
-            return !speech.empty() && !endsSentence(speech.text()) && skipEmpty();
+    bool goesOn(const PlayLine& next, const SpeechText& speech) const {
+        if (!next.empty()) {
+            return isMore(next);
         }
-        return !isRuler(next.text) && !isEnglishHeading(next.text) && !headOf(next);
+        const std::size_t behind = at_ + 2;
+        return !speech.empty() && !endsSentence(speech.text()) && behind < lines_.size() &&
+               !lines_[behind].empty() && isLower(lines_[behind].text.front()) &&
+               isMore(lines_[behind]);
     }
 
-    // To the last of the empty lines, when the speech goes on behind them.
-    bool skipEmpty() {
-        const std::size_t next = at_ + 2;
-        const bool isMore = next < lines_.size() && !lines_[next].empty() &&
-                            !holds(kOpenings, lines_[next].text.front()) &&
-                            !isRuler(lines_[next].text) && !isEnglishHeading(lines_[next].text) &&
-                            !headOf(lines_[next]) && isLower(lines_[next].text.front());
-        return isMore;
+    bool isMore(const PlayLine& line) const {
+        return !isRuler(line.text) && !isEnglishHeading(line.text) && !headOf(line);
     }
 
-    const Lines lines_;
-    std::vector<PlayItem> items_;
     std::map<std::u16string, std::size_t> names_;
     std::size_t loud_ = 0;
-    std::size_t quiet_ = 0;
-    std::size_t at_ = 0;
 };
 
 } // namespace

@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "import/play_readers.h"
-#include "import/speech_text.h"
+#include "import/line_walk.h"
 
 namespace tvml::plays {
 namespace {
@@ -97,17 +96,9 @@ bool isCharacterName(std::u16string_view line) {
            !isTransition(line) && !holds(u".:!?", name.back());
 }
 
-class FountainReader {
+class FountainReader final : public LineWalk {
 public:
-    explicit FountainReader(Lines lines) : uncommented_(lines), lines_(uncommented_.lines()) {}
-
-    std::vector<PlayItem> read() {
-        readTitlePage();
-        for (; at_ < lines_.size(); ++at_) {
-            readLine(lines_[at_]);
-        }
-        return std::move(items_);
-    }
+    explicit FountainReader(Lines lines) : LineWalk(lines) { readTitlePage(); }
 
 private:
     // "Key: value" up to the first empty line.
@@ -127,41 +118,38 @@ private:
             return;
         }
         for (; at_ < lines_.size() && !lines_[at_].empty(); ++at_) {
-            add(ItemKind::other, lines_[at_], lines_[at_].text);
+            addPlain(ItemKind::other, lines_[at_], lines_[at_].text);
         }
     }
 
-    void readLine(const PlayLine& line) {
+    void readLine(const PlayLine& line) override {
         const std::u16string_view text = line.text;
         if (text.empty() || isRuler(text)) {
             return;
         }
         if (text.front() == u'#' || text.front() == u'=') {
-            add(ItemKind::other, line, text);
+            addPlain(ItemKind::other, line, text);
         } else if (isSceneHeading(text) && isAfterEmpty()) {
             addHeading(line);
         } else if (text.front() == u'!') {
-            add(ItemKind::direction, line, text.substr(1));
+            addPlain(ItemKind::direction, line, text.substr(1));
         } else if (text.front() == u'~') {
-            add(ItemKind::direction, line, text.substr(1));
+            addPlain(ItemKind::direction, line, text.substr(1));
         } else if (text.front() == u'>' || isTransition(text)) {
-            add(ItemKind::direction, line,
-                text.substr(text.front() == u'>' ? 1 : 0, text.find(u'<', 1) - 1));
+            addPlain(ItemKind::direction, line,
+                     text.substr(text.front() == u'>' ? 1 : 0, text.find(u'<', 1) - 1));
         } else if (isAfterEmpty() && isCharacterName(text) && hasSpeech()) {
             readSpeech(line);
         } else {
-            add(ItemKind::direction, line, text);
+            addPlain(ItemKind::direction, line, text);
         }
     }
 
     bool isAfterEmpty() const { return at_ == 0 || lines_[at_ - 1].empty(); }
     bool hasSpeech() const { return at_ + 1 < lines_.size() && !lines_[at_ + 1].empty(); }
 
-    void add(ItemKind kind, const PlayLine& line, std::u16string_view text) {
-        items_.push_back({kind,
-                          line.number,
-                          {},
-                          {directionPart(withoutOuterBrackets(plainText(text)), line.number)}});
+    void addPlain(ItemKind kind, const PlayLine& line, std::u16string_view text) {
+        add(kind, line, plainText(text));
     }
 
     // Without a forcing stop and a number between "#".
@@ -171,11 +159,10 @@ private:
         const std::size_t number = text.size() > 2 && text.back() == u'#'
                                        ? text.find_last_of(u'#', text.size() - 2)
                                        : kNowhere;
-        add(ItemKind::heading, line, trimmed(text.substr(0, number)));
+        addPlain(ItemKind::heading, line, trimmed(text.substr(0, number)));
     }
 
     void readSpeech(const PlayLine& line) {
-        std::vector<PlayPart> parts = extensionsOf(line);
         SpeechText speech;
         while (hasSpeech()) {
             const PlayLine& next = lines_[++at_];
@@ -183,9 +170,7 @@ private:
             text.remove_prefix(text.front() == u'~' ? 1 : 0);
             speech.add(trimmed(plainText(text)), next.number);
         }
-        const std::vector<PlayPart> rest = speech.parts();
-        parts.insert(parts.end(), rest.begin(), rest.end());
-        addSpeech(items_, line.number, nameOf(line.text), std::move(parts));
+        addSpoken(line.number, nameOf(line.text), extensionsOf(line), speech.parts());
     }
 
     // (V.O.) and the like, but not that somebody goes on speaking.
@@ -203,17 +188,13 @@ private:
         }
         return parts;
     }
-
-    const Uncommented uncommented_;
-    const Lines lines_;
-    std::vector<PlayItem> items_;
-    std::size_t at_ = 0;
 };
 
 } // namespace
 
 std::vector<PlayItem> readFountain(Lines lines) {
-    return FountainReader(lines).read();
+    const Uncommented uncommented(lines);
+    return FountainReader(uncommented.lines()).read();
 }
 
 } // namespace tvml::plays

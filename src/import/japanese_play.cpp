@@ -8,8 +8,7 @@
 #include <map>
 #include <optional>
 
-#include "import/play_readers.h"
-#include "import/speech_text.h"
+#include "import/line_walk.h"
 
 namespace tvml::plays {
 namespace {
@@ -153,23 +152,16 @@ private:
     std::array<std::size_t, 3> counts_{};
 };
 
-class JapanesePlayReader {
+class JapanesePlayReader final : public LineWalk {
 public:
-    explicit JapanesePlayReader(Lines lines) : lines_(lines), names_(lines) {
+    explicit JapanesePlayReader(Lines lines) : LineWalk(lines), names_(lines) {
         for (const PlayLine& line : lines) {
             widest_ = std::max(widest_, line.width);
         }
     }
 
-    std::vector<PlayItem> read() {
-        for (at_ = 0; at_ < lines_.size(); ++at_) {
-            readLine(lines_[at_]);
-        }
-        return std::move(items_);
-    }
-
 private:
-    void readLine(const PlayLine& line) {
+    void readLine(const PlayLine& line) override {
         if (line.empty() || isRuler(line.text)) {
             return;
         }
@@ -182,7 +174,7 @@ private:
         } else if (std::optional<Head> head = headOf(line)) {
             readSpeech(line, std::move(*head));
         } else {
-            add(ItemKind::direction, line);
+            add(ItemKind::direction, line, line.text);
         }
     }
 
@@ -198,15 +190,10 @@ private:
                 break;
             }
             if (!line.empty()) {
-                add(ItemKind::other, line);
+                add(ItemKind::other, line, line.text);
             }
         }
         --at_;
-    }
-
-    void add(ItemKind kind, const PlayLine& line) {
-        items_.push_back(
-            {kind, line.number, {}, {directionPart(withoutOuterBrackets(line.text), line.number)}});
     }
 
     std::optional<Head> headOf(const PlayLine& line) const {
@@ -220,12 +207,9 @@ private:
     }
 
     void readSpeech(const PlayLine& line, Head head) {
-        std::vector<PlayPart> parts = std::move(head.directions);
-        const std::vector<PlayPart> rest = head.layout == Layout::quote
-                                               ? readQuote(line, head.content)
-                                               : readOpenSpeech(line, head.content);
-        parts.insert(parts.end(), rest.begin(), rest.end());
-        addSpeech(items_, line.number, head.name, std::move(parts));
+        addSpoken(line.number, head.name, std::move(head.directions),
+                  head.layout == Layout::quote ? readQuote(line, head.content)
+                                               : readOpenSpeech(line, head.content));
     }
 
     // ---- quotes
@@ -325,11 +309,8 @@ private:
         return beginsWithGroup || isBelow || isFull || speech.empty() || !endsSentence(line.text);
     }
 
-    const Lines lines_;
     const KnownNames names_;
-    std::vector<PlayItem> items_;
     std::size_t widest_ = 0;
-    std::size_t at_ = 0;
 };
 
 } // namespace

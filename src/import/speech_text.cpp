@@ -77,13 +77,15 @@ private:
         const std::u16string_view after = text_.substr(close + 1);
         const bool isEnd =
             after.size() <= kMostEnd && after.find_first_not_of(u"。．.、 　") == kNowhere;
-        const bool isParted = !before.empty() && endsClause(before.back());
-        return before.empty() || isEnd || isParted || isSquare(text_[open]);
+        const bool isStart = parts_.empty() || parts_.back().kind == PartKind::direction;
+        const bool isParted = before.empty() ? isStart : endsClause(before.back());
+        return isEnd || isParted || isSquare(text_[open]);
     }
 
     void spoken(std::size_t to) {
         const std::u16string_view text = text_.substr(from_, to - from_);
-        if (!trimmed(text).empty()) {
+        const bool isBehindAside = !parts_.empty() && parts_.back().kind == PartKind::aside;
+        if (!trimmed(text).empty() || (isBehindAside && !text.empty())) {
             append(text, lineAt(from_));
         }
         from_ = to;

@@ -5,9 +5,8 @@
 #include <algorithm>
 #include <map>
 
+#include "import/line_walk.h"
 #include "import/play_format.h"
-#include "import/play_readers.h"
-#include "import/speech_text.h"
 
 namespace tvml::plays {
 namespace {
@@ -55,34 +54,27 @@ std::u16string_view nameBeforeColon(std::u16string_view text) {
     return isName && colon + 1 < text.size() ? name : std::u16string_view{};
 }
 
-class SubtitleReader {
+class SubtitleReader final : public LineWalk {
 public:
-    explicit SubtitleReader(Lines lines) : lines_(lines) {
+    explicit SubtitleReader(Lines lines) : LineWalk(lines) {
         for (const PlayLine& line : lines) {
             const std::u16string_view name = bracketedName(line.text);
             names_[std::u16string(name)] += name.empty() ? 0 : 1;
         }
     }
 
-    std::vector<PlayItem> read() {
-        for (at_ = 0; at_ < lines_.size(); ++at_) {
-            if (isTimeLine(lines_[at_].text)) {
-                readText();
-            } else if (!lines_[at_].empty() && !isCounter()) {
-                add(ItemKind::other, lines_[at_]);
-            }
+private:
+    void readLine(const PlayLine& line) override {
+        if (isTimeLine(line.text)) {
+            readText();
+        } else if (!line.empty() && !isCounter()) {
+            add(ItemKind::other, line, line.text);
         }
-        return std::move(items_);
     }
 
-private:
     bool isCounter() const {
         return isNumber(lines_[at_].text) && at_ + 1 < lines_.size() &&
                isTimeLine(lines_[at_ + 1].text);
-    }
-
-    void add(ItemKind kind, const PlayLine& line) {
-        items_.push_back({kind, line.number, {}, {directionPart(line.text, line.number)}});
     }
 
     // A dash in front of each line means that two speak.
@@ -121,10 +113,7 @@ private:
         speech = {};
     }
 
-    const Lines lines_;
-    std::vector<PlayItem> items_;
     std::map<std::u16string, std::size_t> names_;
-    std::size_t at_ = 0;
 };
 
 } // namespace

@@ -132,6 +132,8 @@ TEST(Import, Layouts) {
          u"there.\n",
          "A: Good evening. We are on the air.|B: Yes.|B: (bye)|B: Hello (again) there.",
          "4+waves;"},
+        {"brackets behind brackets", english, u"ANNA. The (new) (old) one (sings) (bows).\nYes.\n",
+         "A: The (new) (old) one (sings).|A: (bow)|A: Yes.", ""},
         {"a name alone, directions in every place", english,
          u"ANNA.\nWhat is it?\n\nBELL (bows). Nothing. [_She sits._]\n\n(ANNA jumps.)\n\nANNA: "
          u"Oh!\n",
