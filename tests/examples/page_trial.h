@@ -47,7 +47,7 @@ private:
     void tryDescription(const PageBlock& block);
     void tryTvml(const PageBlock& block);
     void tryConsole(const PageBlock& block);
-    void expectNoError(const std::string& script);
+    void expectNoProblem(const std::string& script, const char* level);
     void expectFinding(const std::string& script);
     Ran check(const std::string& script, const char* level);
     Ran run(const std::string& command) const;
