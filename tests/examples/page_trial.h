@@ -13,16 +13,15 @@
 
 #include "page.h"
 
+#include <span>
 #include <string>
 
 #include "platform/temporary_folder.h"
 
 namespace tvml {
 
-// Whether the lines shown stand among the real ones in this order, next to each
-// other but for gaps; `whole` leaves nothing out before the first and behind the
-// last one.
-bool shows(const TextLines& shown, const TextLines& real, bool whole);
+// Whether the lines shown are the real ones, but for gaps.
+bool shows(std::span<const std::string> shown, std::span<const std::string> real);
 
 // Whether a writer could put this into a script as a line other than talk of A.
 bool isScriptLine(const std::string& text);

@@ -19,17 +19,8 @@ namespace {
 using Rows = std::vector<std::string>;
 using Spellings = std::vector<std::u16string>;
 
-const KeywordTable& words() {
-    static const KeywordTable table = [] {
-        KeywordTable loaded;
-        loaded.load(platform::system());
-        return loaded;
-    }();
-    return table;
-}
-
 std::u16string textOf(Key key) {
-    return std::u16string(words()[key].textOrEmpty());
+    return std::u16string(shippedWords()[key].textOrEmpty());
 }
 
 std::string inBackquotes(std::u16string_view text) {
@@ -203,7 +194,7 @@ TEST_P(ReferencePage, MarkersAreThoseOfTheReader) {
         });
         ASSERT_NE(row, rows.end()) << name;
         for (const std::u16string& spelling : spellingsIn(*row)) {
-            const MarkerSpelling* read = markerSpelling(marker.marker, spelling, words());
+            const MarkerSpelling* read = markerSpelling(marker.marker, spelling, shippedWords());
             ASSERT_NE(read, nullptr) << utf8Of(spelling);
             EXPECT_EQ(read->units, spelling.size()) << utf8Of(spelling);
             known.push_back(spelling);
@@ -220,7 +211,7 @@ TEST_P(ReferencePage, MarkersAreThoseOfTheReader) {
 
 TEST_P(ReferencePage, PunctuationIsThatOfTheVocabulary) {
     const std::string page = this->page("script-language.md");
-    ASSERT_EQ(words().problem(), LoadProblem::none);
+    ASSERT_EQ(shippedWords().problem(), LoadProblem::none);
     for (const Key key : {Key(u"kakko"), Key(u"toji_kakko"), Key(u"colon"), Key(u"caption"),
                           Key(u"kanma"), Key(u"touten1"), Key(u"touten2"), Key(u"hyphen"),
                           Key(u"period"), Key(u"kuten"), Key(u"num0"), Key(u"num9")}) {
