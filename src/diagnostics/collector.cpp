@@ -52,8 +52,8 @@ std::size_t nextMark(std::u16string_view text, std::size_t from) {
     return kNone;
 }
 
-// A system that takes syllables apart does so everywhere, so the start of a
-// script is enough to look at.
+// A system that stores voicing marks as characters of their own does so in the
+// whole text, so it is enough to look at the start of a script.
 constexpr std::size_t kLookedAt = 8192;
 
 bool needsCheck(const ScriptChecks& checks, const CheckedLine& checked) {

@@ -118,7 +118,8 @@ Suggestions oneText(std::u16string text) {
 
 void tellCondition(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
     const std::u16string_view head = headOf(checked.line.command()->inner, checks.words);
-    // A command that took its line all the same only waits for what it needs.
+    // A command that is carried out without what it needs is "look at picture"
+    // before the first picture: it only waits.
     const Condition lacking =
         checked.line.command()->taken ? Condition::subImageBefore : told.command->condition;
     // Of some commands there is another form for this number of characters.
@@ -170,7 +171,8 @@ char16_t otherLetter(const ScriptChecks& checks, char16_t written) {
     return static_cast<char16_t>(base + (checks.words.letterOf(written) == u'A' ? 1 : 0));
 }
 
-// A pair of one letter may have become one by a replacement; that is told.
+// Where a letter was replaced and so became equal to the other one, the
+// replacement is reported, and not the pair.
 void tellReplacedPair(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
     if (!checked.line.hasProblem(ScriptProblem::letterReplaced)) {
         checks.addAt("S131", checked, told.where, {told.where}).suggestions = {

@@ -20,8 +20,8 @@
 namespace tvml {
 namespace {
 
-// How far up an ignored element is looked for, so that its children are not
-// told again.
+// An element inside an ignored one is not reported as well; this many levels up an
+// ignored one is looked for.
 constexpr unsigned kLevels = 4;
 constexpr std::size_t kIgnoredNames = 8;
 
@@ -591,8 +591,8 @@ private:
             .suggestions = meantBy(cause);
     }
 
-    // An element that is never closed swallows those behind it, and a text that
-    // breaks off is not whole: that is no news.
+    // An element that is never closed contains all that stands behind it, and the
+    // last text is cut off: findings about these follow from the broken XML.
     void dropConsequences(const XmlCause& cause) {
         if (cause.mistake == XmlMistake::none || cause.mistake == XmlMistake::rootEnd) {
             return;

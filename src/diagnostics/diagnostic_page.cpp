@@ -39,8 +39,8 @@ Message exampleTitle(ExampleKind kind) {
     return kExampleTitles[static_cast<std::size_t>(kind)];
 }
 
-// A terminator cannot stand in a page, nor can a carriage return: its sign ends
-// the line there.
+// U+0000 and carriage returns cannot stand in a page: their visible signs do, and
+// behind that of a carriage return the line ends.
 std::string shownText(std::u16string_view text, const platform::Platform& platform) {
     std::u16string shown;
     for (const char16_t unit : text) {
@@ -65,7 +65,7 @@ std::string fenced(const std::string& text, std::string_view language) {
     return std::string("```").append(language).append("\n").append(text).append("```\n");
 }
 
-// It ends before the models.
+// A description that breaks off in front of its models.
 constexpr std::u16string_view kBrokenDescription = u"<staging>\n<numofchar>2</numofchar>\n<opening";
 
 std::u16string_view keyOf(std::u16string_view line) {

@@ -786,7 +786,7 @@ bool layoutNeedsCheck(const ScriptChecks& checks, const ScriptLine& line) {
         return true;
     }
     if (closes && line.talk() != nullptr && line.talk()->captioned) {
-        // One caption alone is right.
+        // A caption at the end is right, unless another group stands in front of it.
         const std::u16string_view speech = line.talk()->speech;
         return !speech.empty() && isClosing(speech.back(), checks.words);
     }

@@ -86,7 +86,7 @@ constexpr bool isTarget(Sense sense, std::u16string_view target) {
     return false;
 }
 
-// Neighbours that mean the same are asked once.
+// Rows that stand together and mean the same are looked up once.
 constexpr bool everyTargetExists() {
     std::u16string_view last;
     Sense sense = Sense::nothing;

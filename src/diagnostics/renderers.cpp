@@ -14,7 +14,7 @@ namespace tvml {
 namespace {
 
 // Of a wider line the part around its range is shown. Files and pipes have no
-// width; what is read there is read on some screen in the end.
+// width, but people read them on a screen later: this width serves there.
 constexpr std::size_t kUsualColumns = 160;
 constexpr std::size_t kLeastColumns = 20;
 constexpr std::size_t kIndent = 2;
@@ -45,7 +45,8 @@ std::u16string_view takeLine(std::u16string_view& rest) {
     return line;
 }
 
-// Cut where the readers of the text cut, who number the lines.
+// The text cut into lines as its reader cuts it, since findings name line numbers
+// of that reader.
 std::vector<std::u16string_view> linesOf(SourceKind kind, std::u16string_view text) {
     std::vector<std::u16string_view> lines;
     while (!text.empty()) {

@@ -107,8 +107,8 @@ bool wordsAreLike(std::u16string_view a, std::u16string_view b) {
     return true;
 }
 
-// Whether two texts at this distance may be one word with a slip. The shorter a
-// word, the more another one is near by chance.
+// Whether two texts at this distance may be one word with a slip. A short word is
+// near to many others by chance, so more than the distance is asked of it.
 bool mayBeSlip(std::u16string_view given, std::u16string_view name, std::size_t distance) {
     if (distance == 0) {
         return true;

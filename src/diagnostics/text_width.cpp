@@ -48,7 +48,8 @@ struct Utf8Character {
     std::size_t bytes = 1;
 };
 
-// Long forms and surrogates need no care: what they stand for is looked at.
+// Overlong forms and surrogates, which UTF-8 does not allow, are decoded like the
+// rest: what they stand for is then tested like any other character.
 Utf8Character firstOf(std::string_view text) {
     const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const std::size_t length = byte(0) < 0xC0 ? 1 : byte(0) < 0xE0 ? 2 : byte(0) < 0xF0 ? 3 : 4;

@@ -120,7 +120,7 @@ void ConversionRun::writeCommand() {
     body_.append(text_, run_.state.lineNumber);
 }
 
-// A line of the player's, which no script line wrote.
+// A line that tells the player where to begin or to end; no script line wrote it.
 void ConversionRun::mark(std::u16string_view text, std::int32_t line) {
     body_.append(text, line, true);
 }

@@ -16,7 +16,7 @@
 
 namespace tvml {
 
-// No line: what nobody asked for, what a text has no place for.
+// In place of a line number: no line was asked for, or there is none to name.
 inline constexpr std::int32_t kNoLine = -1;
 
 // What a caller asks for; the texts must outlive the run. Line numbers count

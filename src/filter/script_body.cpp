@@ -19,14 +19,14 @@ constexpr std::size_t kSmallestSegment = 256;
 constexpr std::size_t kLargestSegment = 16384;
 constexpr std::size_t kSegmentPieces = 512;
 
-// What a 32-bit length can tell.
+// The longest body whose length, terminator included, is a 32-bit number.
 constexpr std::size_t kLongestBody = std::numeric_limits<std::int32_t>::max() - 1;
 
 constexpr std::u16string_view kFontName = u"font name";
 constexpr std::u16string_view kSize = u"size";
 
-// For so many more units, and no more than that: a text that grows by itself
-// takes twice the room it had.
+// Reserves room for exactly so many more units: a string that grows by itself
+// would double its room.
 void makeRoom(std::u16string& text, std::size_t units) {
     std::u16string roomy;
     roomy.reserve(text.size() + units);

@@ -72,7 +72,7 @@ bool endsLine(std::u16string_view text) {
     return text.empty() || text.back() == u'\n';
 }
 
-// Neither this piece nor what it makes with the next one is to be removed.
+// Nothing of this piece is to be removed, and no line goes on in the next piece.
 bool staysAsItIs(const BodySegment& piece) {
     return !piece.talk.empty() || (endsLine(piece.text) && !mayHoldUnfilledTitle(piece));
 }
@@ -106,7 +106,8 @@ public:
                 cuts_.push_back({kept_.size(), 1});
                 skipLineFrom(next_);
             }
-            // Where the join makes another "drawing", that one was looked at.
+            // Where what is kept and what follows join to another "drawing", that
+            // one has been tried already, so the search goes on behind it.
             from = joinsToDrawing() ? next_ + kDrawing.size() - 1 : next_;
         }
     }

@@ -10,8 +10,8 @@
 namespace tvml {
 namespace {
 
-// So many units of prepared templates a run keeps; a description can make them
-// as long as it likes, and a script can ask for as many as it likes.
+// The most units of prepared templates that a run keeps: a description can make
+// a template as long as it likes, and a script can ask for any number of them.
 constexpr std::size_t kPreparedUnits = std::size_t{4} << 20;
 constexpr std::size_t kUnitsOfOne = 128; // besides its text
 

@@ -158,7 +158,7 @@ public:
                     helpers.emplace_back([this] { work(); });
                 }
             } catch (const std::system_error&) {
-                // Fewer at a time will do.
+                // No more threads to be had: fewer scripts at a time will do.
             }
             work();
         }

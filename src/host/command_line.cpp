@@ -163,7 +163,7 @@ std::int32_t numberIn(const OptionRow& row, const std::string& digits, std::int3
     return number;
 }
 
-// More would only wait for each other.
+// More processes than this would only wait for each other.
 constexpr std::int32_t kMostJobs = 256;
 constexpr std::int32_t kMostLines = std::numeric_limits<std::int32_t>::max();
 
@@ -326,7 +326,8 @@ std::vector<std::string_view> commandNames() {
 
 constexpr const char* kVersion = "tvmlfilter " TVMLFILTER_VERSION;
 
-// Help that cannot be written is nothing to exit with an error for.
+// Whether the help could be written is not asked: the exit code says that the
+// command line was understood.
 int answer(const std::string& lines) {
     platform::writeStream(platform::OutputStream::output, lines);
     return kDone;

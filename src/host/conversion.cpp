@@ -13,8 +13,8 @@
 namespace tvml::host {
 namespace {
 
-// A second passes between two calls now and then; in five pairs of calls it
-// does not each time.
+// Two calls may fall into different seconds and then differ in length. That
+// hardly happens five times in a row.
 constexpr int kMostTries = 5;
 
 // A path that leads to the file itself and is not looked for elsewhere.

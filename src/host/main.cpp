@@ -1,8 +1,8 @@
 // The command-line host. Entry: main.
 //
-// The one place where a command's failure becomes a message and an exit code;
-// everything below throws, so that a later command over many scripts can catch
-// each script's failure for itself.
+// The one place where a command's failure becomes a message and an exit code.
+// Everything below throws, so that a command over several scripts can catch the
+// failure of one and go on with the next.
 #include <exception>
 #include <new>
 #include <string>

@@ -64,7 +64,7 @@ std::string outputWarning(ReportFormat format, std::string_view file, TextPositi
     if (format == ReportFormat::text) {
         return diagnosticLine(file, position, Message::severity_warning, text) + "\n";
     }
-    // As renderJson writes them, for one reader of all lines.
+    // With the members that renderJson writes, so that all lines read alike.
     nlohmann::ordered_json object{{"version", kJsonVersion},
                                   {"code", nullptr},
                                   {"severity", "warning"},

@@ -56,8 +56,8 @@ private:
     std::vector<std::size_t> starts_{0}; // of the lines in used_, and its size
 };
 
-// Which origin each unit of a text has that grows and changes. A change costs
-// the way from the place of the last one.
+// Which origin each unit of a text has that grows and changes. A change costs as
+// much as there are stretches between its place and that of the last change.
 class OriginTrack {
 public:
     void append(std::size_t units, std::uint32_t origin);

@@ -37,7 +37,7 @@ std::string userLanguage();
 
 enum class OutputStream : std::uint8_t { output, error };
 
-// Somebody reads the stream as it is written.
+// Whether the stream goes to a terminal, and not into a file or to another program.
 bool isTerminal(OutputStream stream);
 
 // The width of the stream's terminal; 0 without one.

@@ -16,8 +16,8 @@
 namespace tvml::platform {
 namespace {
 
-// Only the plain letters have two forms here, as in the Windows service: no
-// look-alike can take the place of a key.
+// Only A to Z compare without case, as in the Windows service: no other letter
+// with a small and a capital form can take the place of a key's.
 char16_t fold(char16_t unit) {
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
 }
@@ -45,8 +45,8 @@ std::strong_ordering compareFolded(std::u16string_view a, std::u16string_view b)
     return a.size() <=> b.size();
 }
 
-// Wider blanks are none: the full-width one is itself a word of the vocabulary.
-// The old end-of-file mark is one, because editors left it at the end.
+// The full-width blank is none, since it is a word of the vocabulary itself. The
+// old end-of-file mark (0x1A) is one, since old editors left it at a file's end.
 bool isBlank(char16_t unit) {
     return unit == u' ' || (unit >= u'\t' && unit <= u'\r') || unit == 0x1A;
 }

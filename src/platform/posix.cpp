@@ -70,8 +70,9 @@ std::size_t readBytes(int descriptor, std::span<char> bytes) {
     return count;
 }
 
-// The name is looked at before it is opened because opening alone can disturb
-// a device, and again afterwards because the name may have changed hands.
+// What the name leads to is asked before it is opened, because opening alone can
+// disturb a device, and again afterwards, because the name may lead to another
+// file by then.
 std::string readIniFile(const std::string& path) {
     struct stat status = {};
     if (::stat(path.c_str(), &status) != 0 || !isIniFile(status)) {
@@ -90,7 +91,7 @@ std::string readIniFile(const std::string& path) {
 // its default.
 class PosixIniFile final : public IniFile {
 public:
-    // No name for a path that no file can have.
+    // `name` is none when the path is one that no file can have.
     explicit PosixIniFile(std::optional<std::string> name)
         : name_(std::move(name)), bytes_(read()), text_(decodeSettings(bytes_)) {}
 

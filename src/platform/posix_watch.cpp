@@ -67,7 +67,8 @@ struct FileWatch::Watched {
     ~Watched() {
         ::close(changes);
         if (signals >= 0) {
-            // One that is still pending would end the program after all.
+            // A signal that is still pending would end the program as soon as
+            // the old mask is back.
             signalfd_siginfo pending;
             while (::read(signals, &pending, sizeof(pending)) > 0) {
             }
@@ -173,8 +174,8 @@ FileWatch::Event FileWatch::wait(std::optional<std::chrono::milliseconds> time) 
             return Event::ended;
         }
         if (ready > 0 && watched_->readChanges()) {
-            // A folder that cannot be watched any more is told by no event; the
-            // files in it cannot be read either, and that is told.
+            // No event says that a folder cannot be watched any more. Its files
+            // cannot be read then either, and whoever reads them reports that.
             watched_->watchAll();
             return Event::changed;
         }

@@ -326,7 +326,8 @@ std::vector<std::string> programArguments(int, const char* const*) {
     return arguments;
 }
 
-// The environment goes first, as people set it for programs from other systems.
+// The variables of other systems come before the language of the user interface:
+// who sets them here means programs such as this one.
 std::string userLanguage() {
     for (const wchar_t* name : {L"LC_ALL", L"LC_MESSAGES", L"LANG"}) {
         std::array<wchar_t, LOCALE_NAME_MAX_LENGTH> value;
@@ -373,7 +374,7 @@ Failure writeStream(OutputStream stream, std::string_view bytes) {
 
 Failure replaceFile(const std::string& path, std::string_view bytes) {
     std::wstring file = toWide(path);
-    // Shared with everybody: this only looks what the name leads to.
+    // Others may have the file open meanwhile: this only asks what the name leads to.
     Handle existing(CreateFileW(file.c_str(), GENERIC_WRITE,
                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));

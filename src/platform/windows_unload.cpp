@@ -98,7 +98,7 @@ int pthread_cond_broadcast(pthread_cond_t*) {
     return 0;
 }
 
-// Only two threads could come here, and the first would wait for ever.
+// Waiting needs a second thread that ends the wait, and there is none.
 int pthread_cond_wait(pthread_cond_t*, pthread_mutex_t*) {
     std::abort();
 }

@@ -159,8 +159,8 @@ FileWatch::Event FileWatch::wait(std::optional<std::chrono::milliseconds> time) 
         const std::size_t folder = ready - WAIT_OBJECT_0;
         const bool told = folder < handles.size() && FindNextChangeNotification(handles[folder]);
         if (watched_->currentStamps() != watched_->stamps || !told) {
-            // What cannot be watched any more cannot be read either, and that is
-            // told.
+            // What cannot be watched any more cannot be read either, and whoever
+            // reads it reports that.
             watched_->watchAll();
             return Event::changed;
         }

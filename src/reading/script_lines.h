@@ -1,5 +1,5 @@
 // The lines of a script, one after another. Every unit is looked at once, for line
-// ends and for what makes a line dearer to convert.
+// ends and for what makes a line cost more to convert.
 #ifndef TVML_READING_SCRIPT_LINES_H
 #define TVML_READING_SCRIPT_LINES_H
 

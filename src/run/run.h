@@ -33,8 +33,8 @@ struct PreparedTalk {
 // be wanted at its end. A template for captioned speech is another one, since it
 // is filled in another way.
 struct PreparedTalks {
-    // Some of the last ones for each character; neighbouring variants do not
-    // share a place.
+    // The last few for each character. Variants that follow each other in turn
+    // have different places, so that they do not drive each other out.
     static constexpr std::size_t kPlaces = 4;
     using Latest = std::array<PreparedTalk, kPlaces>;
     std::array<std::array<Latest, 26>, 2> latest; // by captioned, letter

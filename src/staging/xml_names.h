@@ -27,8 +27,8 @@ void checkQualified(std::u16string_view name);
 // A name of what has no prefixes, such as an entity. Throws XmlFault.
 void checkWithoutColon(std::u16string_view name);
 
-// The prefixes that the open elements declare. The document uses qualified names
-// only, so all that a prefix can do is be wrong.
+// The prefixes that the open elements declare. Elements are looked up by their
+// names as written, so prefixes are checked for mistakes and used for nothing else.
 class Namespaces {
 public:
     struct Attribute {

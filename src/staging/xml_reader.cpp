@@ -32,7 +32,7 @@ constexpr std::u16string_view kByteOrder = u"\uFEFF";
 constexpr std::u16string_view kWrapperStart = u"<_>";
 constexpr std::u16string_view kWrapperEnd = u"</_>";
 
-// The library counts in int.
+// The library's lengths are of type int, so long texts are fed in parts.
 constexpr std::size_t kMostUnitsAtOnce = std::size_t{1} << 28;
 
 // What an attribute takes in memory besides its value, in units.
@@ -290,7 +290,8 @@ void Reader::setHandlers(XML_Parser parser) {
     XML_SetCdataSectionHandler(parser, call<&Reader::onCdataStart>, call<&Reader::onCdataEnd>);
     XML_SetDoctypeDeclHandler(parser, call<&Reader::onDoctype>, call<&Reader::onDoctypeEnd>);
     XML_SetEntityDeclHandler(parser, call<&Reader::onEntity>);
-    // With a handler for everything else, references in content are left to us.
+    // With this handler set, the library reports references to entities in content
+    // instead of expanding them.
     XML_SetDefaultHandler(parser, call<&Reader::onOther>);
     XML_SetSkippedEntityHandler(parser, call<&Reader::onReference>);
     XML_SetExternalEntityRefHandler(parser, refuseExternal);
@@ -500,7 +501,7 @@ void Reader::onEnd(const XML_Char*) {
     close();
 }
 
-// A view of the one copy of a name that is kept.
+// Names are kept once, however many elements have them.
 std::u16string_view Reader::keepName(std::u16string_view text) {
     const auto found = document_.names.find(text);
     if (found != document_.names.end()) {
@@ -522,11 +523,11 @@ void Reader::onText(const XML_Char* text, int length) {
         flushText();
     }
     text_.append(unitsOf(text, length));
-    // Brackets at the very end are longer than their place.
+    // The library may report "]" at the end of a text with a place that is too short.
     textEnd_ = std::max(at.end(), at.offset + static_cast<std::size_t>(length));
 }
 
-// Where the document type does not allow text, a document has none.
+// Text that the document type does not allow is left out of the document.
 void Reader::flushText() {
     if (text_.empty()) {
         return;
@@ -543,7 +544,7 @@ void Reader::flushText() {
     text_.clear();
 }
 
-// After an error: text that the error stands in is lost.
+// After an error: the text in front of it is kept, unless the error stands in it.
 void Reader::settleText() {
     const std::u16string_view behind = level().text.substr(std::min(textEnd_, level().text.size()));
     if (behind.empty() || behind.front() == u'<' || behind.front() == u'&') {
@@ -613,7 +614,8 @@ void Reader::seeDeclarations() {
         return;
     }
     const Place at = place();
-    // What stands in such an entity is at the place of the reference.
+    // For what comes out of such an entity the library gives the place of the
+    // reference to it.
     const std::size_t end = sourceOf(at).starts_with(u'%') ? at.end() : at.offset;
     if (end > seen_) {
         doctype_.countParameterReferences(level().text.substr(seen_, end - seen_));
@@ -636,7 +638,8 @@ void Reader::onReference(const XML_Char* name, int isParameter) {
 
 // An entity is a node, and what its text holds stands in that node.
 void Reader::expand(XmlEntity& entity, std::u16string_view name) {
-    // That an entity is right inside itself shows one expansion later.
+    // The innermost entity is left out: one that refers to itself directly is found
+    // one expansion later, when it is no longer the innermost.
     const auto outer = expanding_.end() - (expanding_.empty() ? 0 : 1);
     if (std::find(expanding_.begin(), outer, &entity) != outer) {
         throw XmlFault{u"recursive entity expansion '{}'", name};

@@ -58,16 +58,6 @@ TEST(CleanTexts, Examples) {
     EXPECT_GE(programmes, 2);
 }
 
-TEST(CleanTexts, ReadmesScript) {
-    const std::u16string page = utf16(repositoryFile("README.md"));
-    const std::size_t start = page.find(u"\n```\n", page.find(u"## Converting a script")) + 5;
-    const std::u16string script = page.substr(start, page.find(u"```", start) - start);
-    EXPECT_GE(std::count(script.begin(), script.end(), u'\n'), 6);
-    TestProgramme programme;
-    programme.description = utf16(repositoryFile("config/default.xml"));
-    EXPECT_EQ(checkedScript(script, programme), "");
-}
-
 TEST(CleanTexts, LinesOfTheReferencePage) {
     const std::u16string page = utf16(repositoryFile("docs/script-language.md"));
     TestProgramme programme;

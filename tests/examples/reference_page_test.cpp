@@ -1,6 +1,6 @@
-// docs/script-language.md lists the words of the code's tables and of the
-// shipped vocabulary, each in its section, and no others; docs/description.md
-// names every element.
+// The pages script-language.md list the words of the code's tables and of the
+// shipped vocabulary, each in its section, and no others; the pages
+// description.md name every element.
 #include "repository_files.h"
 
 #include <gtest/gtest.h>
@@ -19,17 +19,8 @@ namespace {
 using Rows = std::vector<std::string>;
 using Spellings = std::vector<std::u16string>;
 
-const KeywordTable& words() {
-    static const KeywordTable table = [] {
-        KeywordTable loaded;
-        loaded.load(platform::system());
-        return loaded;
-    }();
-    return table;
-}
-
 std::u16string textOf(Key key) {
-    return std::u16string(words()[key].textOrEmpty());
+    return std::u16string(shippedWords()[key].textOrEmpty());
 }
 
 std::string inBackquotes(std::u16string_view text) {
@@ -37,18 +28,56 @@ std::string inBackquotes(std::u16string_view text) {
     return quoted.append(utf8Of(text)).append(1, '`');
 }
 
-// The two cells that a word's row on the page begins with.
-std::string pageRow(std::u16string_view english, const Spellings& vocabulary) {
-    std::string row = "| " + inBackquotes(english) + " |";
-    for (const std::u16string& spelling : vocabulary) {
-        row += (&spelling == &vocabulary.front() ? " " : ", ") + inBackquotes(spelling);
+// A section as each page calls it.
+struct Section {
+    const char* english;
+    const char* japanese;
+};
+constexpr Section kStaging{"Staging commands", "スタジオの命令"};
+constexpr Section kCharacters{"Character commands", "登場人物の命令"};
+constexpr Section kVoices{"Voices", "声"};
+constexpr Section kWithoutEffect{"Words without effect", "効果のない語"};
+constexpr Section kAdverbs{"Adverbs", "修飾語"};
+constexpr Section kColourWords{"Colours", "色"};
+constexpr Section kMarkerWords{"Markers", "目印"};
+
+// A page puts the words of its own language first.
+struct PageLanguage {
+    std::string folder;
+    bool japanese;
+};
+
+std::string cellOf(const Spellings& spellings) {
+    std::string cell;
+    for (const std::u16string& spelling : spellings) {
+        cell += (cell.empty() ? "" : ", ") + inBackquotes(spelling);
     }
-    return row;
+    return cell;
+}
+
+class ReferencePage : public testing::TestWithParam<PageLanguage> {
+protected:
+    std::string page(const char* name) const {
+        return readRepositoryFile(GetParam().folder + name);
+    }
+    Rows rowsOfSection(const Section& section) const;
+    std::string pageRow(std::u16string_view english, const Spellings& vocabulary) const;
+    std::string rowOf(const CommandSpec& command) const;
+    Rows rowsOf(std::initializer_list<Taker> takers) const;
+    void expectSection(const Section& section, Rows expected) const;
+};
+
+// The two cells that a word's row on the page begins with.
+std::string ReferencePage::pageRow(std::u16string_view english, const Spellings& vocabulary) const {
+    const std::string name = inBackquotes(english);
+    const std::string words = cellOf(vocabulary);
+    return GetParam().japanese ? "| " + words + " | " + name : "| " + name + " | " + words;
 }
 
 // The first two cells of all rows of the tables in a section.
-Rows rowsOfSection(const std::string& name) {
-    std::istringstream page(readRepositoryFile("docs/script-language.md"));
+Rows ReferencePage::rowsOfSection(const Section& section) const {
+    const std::string name = GetParam().japanese ? section.japanese : section.english;
+    std::istringstream page(this->page("script-language.md"));
     Rows rows;
     bool inside = false;
     for (std::string line; std::getline(page, line);) {
@@ -61,21 +90,21 @@ Rows rowsOfSection(const std::string& name) {
     return rows;
 }
 
-void expectSection(const std::string& name, Rows expected) {
-    Rows rows = rowsOfSection(name);
+void ReferencePage::expectSection(const Section& section, Rows expected) const {
+    Rows rows = rowsOfSection(section);
     std::sort(rows.begin(), rows.end());
     std::sort(expected.begin(), expected.end());
     Rows difference;
     std::set_difference(expected.begin(), expected.end(), rows.begin(), rows.end(),
                         std::back_inserter(difference));
     for (const std::string& row : difference) {
-        ADD_FAILURE() << "section " << name << " lacks the row " << row;
+        ADD_FAILURE() << "section " << section.english << " lacks the row " << row;
     }
     difference.clear();
     std::set_difference(rows.begin(), rows.end(), expected.begin(), expected.end(),
                         std::back_inserter(difference));
     for (const std::string& row : difference) {
-        ADD_FAILURE() << "section " << name << " has the row " << row << " for nothing";
+        ADD_FAILURE() << "section " << section.english << " has the row " << row << " for nothing";
     }
 }
 
@@ -100,7 +129,7 @@ Sample sampleFor(Match match) {
     return {};
 }
 
-std::string rowOf(const CommandSpec& command) {
+std::string ReferencePage::rowOf(const CommandSpec& command) const {
     const Sample sample = sampleFor(command.match);
     std::u16string english = std::u16string(command.name).append(sample.english);
     if (command.match == Match::number) {
@@ -113,7 +142,7 @@ std::string rowOf(const CommandSpec& command) {
     return pageRow(english, vocabulary);
 }
 
-Rows rowsOf(std::initializer_list<Taker> takers) {
+Rows ReferencePage::rowsOf(std::initializer_list<Taker> takers) const {
     Rows rows;
     for (const CommandSpec& command : kCommands) {
         if (std::find(takers.begin(), takers.end(), command.taker) != takers.end()) {
@@ -123,24 +152,24 @@ Rows rowsOf(std::initializer_list<Taker> takers) {
     return rows;
 }
 
-TEST(ReferencePage, CommandsAreThoseOfTheTables) {
-    expectSection("Staging commands", rowsOf({Taker::staging}));
-    expectSection("Character commands", rowsOf({Taker::character, Taker::setting}));
-    expectSection("Voices", rowsOf({Taker::voice}));
-    expectSection("Words without effect", rowsOf({Taker::nobody}));
+TEST_P(ReferencePage, CommandsAreThoseOfTheTables) {
+    expectSection(kStaging, rowsOf({Taker::staging}));
+    expectSection(kCharacters, rowsOf({Taker::character, Taker::setting}));
+    expectSection(kVoices, rowsOf({Taker::voice}));
+    expectSection(kWithoutEffect, rowsOf({Taker::nobody}));
 }
 
-TEST(ReferencePage, AdverbsAndColoursAreThoseOfTheTables) {
+TEST_P(ReferencePage, AdverbsAndColoursAreThoseOfTheTables) {
     Rows adverbs;
     for (const AdverbRow& row : kAdverbRows) {
         adverbs.push_back(pageRow(row.english, {textOf(row.key)}));
     }
-    expectSection("Adverbs", adverbs);
+    expectSection(kAdverbs, adverbs);
     Rows colours;
     for (const ColourSpec& colour : kColours) {
         colours.push_back(pageRow(colour.word.name(), {textOf(colour.word)}));
     }
-    expectSection("Colours", colours);
+    expectSection(kColourWords, colours);
 }
 
 // The texts between backquotes.
@@ -154,18 +183,18 @@ Spellings spellingsIn(const std::string& row) {
     return spellings;
 }
 
-TEST(ReferencePage, MarkersAreThoseOfTheReader) {
+TEST_P(ReferencePage, MarkersAreThoseOfTheReader) {
     Spellings known;
-    const Rows rows = rowsOfSection("Markers");
+    const Rows rows = rowsOfSection(kMarkerWords);
     ASSERT_EQ(rows.size(), kMarkerCount);
     for (const MarkerSpec& marker : kMarkers) {
-        const std::string start = "| " + inBackquotes(marker.name);
+        const std::string name = inBackquotes(marker.name);
         const auto row = std::find_if(rows.begin(), rows.end(), [&](const std::string& candidate) {
-            return candidate.starts_with(start);
+            return candidate.find(name) != std::string::npos;
         });
-        ASSERT_NE(row, rows.end()) << start;
+        ASSERT_NE(row, rows.end()) << name;
         for (const std::u16string& spelling : spellingsIn(*row)) {
-            const MarkerSpelling* read = markerSpelling(marker.marker, spelling, words());
+            const MarkerSpelling* read = markerSpelling(marker.marker, spelling, shippedWords());
             ASSERT_NE(read, nullptr) << utf8Of(spelling);
             EXPECT_EQ(read->units, spelling.size()) << utf8Of(spelling);
             known.push_back(spelling);
@@ -180,9 +209,9 @@ TEST(ReferencePage, MarkersAreThoseOfTheReader) {
     }
 }
 
-TEST(ReferencePage, PunctuationIsThatOfTheVocabulary) {
-    const std::string page = readRepositoryFile("docs/script-language.md");
-    ASSERT_EQ(words().problem(), LoadProblem::none);
+TEST_P(ReferencePage, PunctuationIsThatOfTheVocabulary) {
+    const std::string page = this->page("script-language.md");
+    ASSERT_EQ(shippedWords().problem(), LoadProblem::none);
     for (const Key key : {Key(u"kakko"), Key(u"toji_kakko"), Key(u"colon"), Key(u"caption"),
                           Key(u"kanma"), Key(u"touten1"), Key(u"touten2"), Key(u"hyphen"),
                           Key(u"period"), Key(u"kuten"), Key(u"num0"), Key(u"num9")}) {
@@ -190,8 +219,8 @@ TEST(ReferencePage, PunctuationIsThatOfTheVocabulary) {
     }
 }
 
-TEST(DescriptionPage, NamesEveryElement) {
-    const std::string page = readRepositoryFile("docs/description.md");
+TEST_P(ReferencePage, EveryElementIsNamed) {
+    const std::string page = this->page("description.md");
     std::vector<std::u16string_view> names{kTwoshotElement, kTitleElement};
     const auto add = [&names](const auto& table) {
         for (const auto& row : table) {
@@ -205,6 +234,11 @@ TEST(DescriptionPage, NamesEveryElement) {
         EXPECT_NE(page.find(inBackquotes(name)), std::string::npos) << utf8Of(name);
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Languages, ReferencePage,
+                         testing::Values(PageLanguage{"docs/", false},
+                                         PageLanguage{"docs/ja/", true}),
+                         [](const auto& page) { return page.param.japanese ? "ja" : "en"; });
 
 } // namespace
 } // namespace tvml

@@ -1,4 +1,5 @@
-// The files of the source tree that these tests read, all of them UTF-8.
+// What these tests read: files of the source tree, all of them UTF-8, and the
+// vocabulary that is shipped.
 #ifndef TVML_TESTS_EXAMPLES_REPOSITORY_FILES_H
 #define TVML_TESTS_EXAMPLES_REPOSITORY_FILES_H
 
@@ -10,6 +11,7 @@
 #include <string_view>
 
 #include "platform/platform.h"
+#include "vocabulary/keyword_table.h"
 
 namespace tvml {
 
@@ -29,6 +31,15 @@ inline std::u16string utf16Of(std::string_view utf8) {
 
 inline std::string utf8Of(std::u16string_view text) {
     return platform::system().toUtf8(text);
+}
+
+inline const KeywordTable& shippedWords() {
+    static const KeywordTable table = [] {
+        KeywordTable loaded;
+        loaded.load(platform::system());
+        return loaded;
+    }();
+    return table;
 }
 
 } // namespace tvml
