@@ -2,6 +2,7 @@
 #ifndef TVML_FILTER_TAG_LINES_H
 #define TVML_FILTER_TAG_LINES_H
 
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -32,7 +33,8 @@ private:
 
     Run& run_;
     ScriptBody& body_;
-    TitleFonts fonts_; // of the title template chosen last
+    TitleFonts fonts_;                                       // of the title template chosen last
+    std::map<const std::u16string*, Template> declaredTags_; // by their texts
     std::u16string scratch_;
 };
 

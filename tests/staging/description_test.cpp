@@ -114,8 +114,8 @@ std::string told(const Reading& reading) {
                 "pose " + shown(name) + static_cast<char>(letter) + "=" + shown(pose.text) + "; ";
         }
     }
-    addMap(out, "tag", reading.staging.tags.tagNames);
-    addMap(out, "tag text", reading.staging.tags.tagTexts);
+    addMap(out, "tag", reading.staging.tags.tagNames.all());
+    addMap(out, "tag text", reading.staging.tags.tagTexts.all());
     for (const DiagnosticLog::Entry& entry : reading.log.entries()) {
         const std::u16string line = DiagnosticLog::line(entry);
         out += line.empty() ? silentProblem(entry) : shown(line);
