@@ -95,7 +95,7 @@ void TagLines::writeDeclaredTag(const TagReading& tag) {
     const std::u16string& text = run_.staging.tags.tagTexts.find(tag.english)->second;
     const std::array<Filling, 1> fillings{{{u"$1", tag.value}}};
     scratch_.clear();
-    declaredTags_.try_emplace(&text, text).first->second.fill(fillings, scratch_);
+    run_.textTemplates.of(text).fill(fillings, scratch_);
     append(scratch_);
     const auto element = run_.staging.tagElements.find(tag.english);
     run_.tellTemplate(u"tag", element == run_.staging.tagElements.end() ? 0 : element->second);

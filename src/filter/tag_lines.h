@@ -2,7 +2,6 @@
 #ifndef TVML_FILTER_TAG_LINES_H
 #define TVML_FILTER_TAG_LINES_H
 
-#include <map>
 #include <string>
 #include <string_view>
 
@@ -33,8 +32,7 @@ private:
 
     Run& run_;
     ScriptBody& body_;
-    TitleFonts fonts_;                                       // of the title template chosen last
-    std::map<const std::u16string*, Template> declaredTags_; // by their texts
+    TitleFonts fonts_; // of the title template chosen last
     std::u16string scratch_;
 };
 

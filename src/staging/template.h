@@ -3,9 +3,11 @@
 #define TVML_STAGING_TEMPLATE_H
 
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "vocabulary/number_set.h"
@@ -114,6 +116,17 @@ inline constexpr std::size_t kFilledLimit = std::size_t{1} << 28;
 // write nothing. One pass skips them, replacing in sequence cannot: so many units
 // may get lost by it, in all fillings of one template.
 inline constexpr std::size_t kMostLostUnits = std::size_t{1} << 24;
+
+// The templates of texts that stay where they are and as they are.
+class TextTemplates {
+public:
+    const Template& of(const std::u16string& text) {
+        return kept_.try_emplace(&text, text).first->second;
+    }
+
+private:
+    std::map<const std::u16string*, Template> kept_;
+};
 
 // Fills a text that is not kept as a template.
 void fillText(std::u16string& text, std::span<const Filling> fillings);

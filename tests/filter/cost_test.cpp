@@ -286,6 +286,27 @@ TEST(Cost, GrowsWithScriptAndDescriptionTogether) {
     }
 }
 
+// A "$" that a line does not fill is text like any other, in every kind of text.
+TEST(Cost, OfFillingIsThatOfWriting) {
+    constexpr double kMostPerUnit = 20; // most of it for looking for cards that wait
+    const struct {
+        std::u16string_view start;
+        std::u16string_view end;
+        std::u16string_view line;
+    } rows[] = {
+        {u"<pose japanesename='p' englishname='q'>", u"</pose>", u"(p)"},
+        {u"<longshot>", u"</longshot>", u"(longshot)"},
+        {u"<bow>", u"</bow>", u"(bow)"},
+        {u"<tag japanesename='p' englishname='q'>", u"</tag>", u"p:x"},
+    };
+    for (const auto& row : rows) {
+        std::u16string description = u"<staging>" + std::u16string(kTwoCharacters);
+        description.append(row.start).append(repeated(kFew, u"$5")).append(row.end);
+        const std::uint64_t work = workOf(lines(row.line)(kFew), description);
+        EXPECT_LT(static_cast<double>(work) / (kFew * 2 * kFew), kMostPerUnit) << shown(row.start);
+    }
+}
+
 // What a model says of a character is not looked at again with every line.
 TEST(Cost, OfTalkDoesNotDependOnTheModel) {
     const std::u16string talk = lines(u"A: Hi")(kFew);
