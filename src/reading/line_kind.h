@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
@@ -61,15 +62,20 @@ public:
     using Entry = TextMap::value_type;
 
     LeadingNames() = default;
-    LeadingNames(std::initializer_list<Entry> names) : names_(names) {}
+    LeadingNames(std::initializer_list<Entry> names) {
+        for (const Entry& name : names) {
+            try_emplace(name.first, name.second);
+        }
+    }
     LeadingNames(LeadingNames&&) = default;
     LeadingNames& operator=(LeadingNames&&) = default;
 
     const TextMap& all() const { return names_; }
     bool empty() const { return names_.empty(); }
     TextMap::const_iterator find(std::u16string_view name) const { return names_.find(name); }
-    auto try_emplace(std::u16string name, std::u16string_view text) {
+    std::pair<TextMap::iterator, bool> try_emplace(std::u16string name, std::u16string_view text) {
         sorted_.clear();
+        firstUnits_.set(name.empty() ? kNoUnit : bitOf(name.front()));
         return names_.try_emplace(std::move(name), text);
     }
     void erase(TextMap::const_iterator name) {
@@ -84,17 +90,26 @@ public:
 
 private:
     using Sorted = std::vector<const Entry*>;
+    static constexpr std::size_t kNoUnit = 256;
+    static std::size_t bitOf(char16_t unit) { return unit % kNoUnit; }
+    bool mayStart(std::u16string_view text) const {
+        return firstUnits_[kNoUnit] || (!text.empty() && firstUnits_[bitOf(text.front())]);
+    }
     static bool hasUnit(const Entry& entry, std::size_t at, char16_t unit) {
         return at < entry.first.size() && entry.first[at] == unit;
     }
     const Sorted& sorted() const;
 
     TextMap names_;
-    mutable Sorted sorted_; // made when it is asked for
+    std::bitset<kNoUnit + 1> firstUnits_; // of names, some of them alike; the last for an empty one
+    mutable Sorted sorted_;               // made when it is asked for
 };
 
 template <typename Visit>
 bool LeadingNames::visitStarting(std::u16string_view text, Visit visit) const {
+    if (!mayStart(text)) { // as nearly every line
+        return false;
+    }
     // The names from `first` up to `last` begin with the first `shared` units.
     auto first = sorted().begin();
     auto last = sorted().end();

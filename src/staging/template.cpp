@@ -205,20 +205,26 @@ template <typename Value> std::size_t Template::sizeWith(std::span<const Value> 
 }
 
 template <typename Value>
-char16_t* Template::writePiece(const Piece& piece, std::span<const Value> values,
-                               char16_t* to) const {
+inline char16_t* Template::writePiece(const Piece& piece, std::span<const Value> values,
+                                      char16_t* to) const {
     to = copyUnits({text_.data() + piece.literalStart, piece.literalEnd - piece.literalStart}, to);
     return piece.filling != kNoFilling ? copyValue(valueOf(values[piece.filling]), to) : to;
 }
 
 template <typename Value>
 char16_t* Template::writeWith(std::span<const Value> values, char16_t* to) const {
-    if (telling_.empty()) {
-        for (const Piece& piece : pieces_) {
-            to = writePiece(piece, values, to);
-        }
-        return to;
+    if (!telling_.empty()) {
+        return writeTelling(values, to);
     }
+    for (const Piece& piece : pieces_) {
+        to = writePiece(piece, values, to);
+    }
+    return to;
+}
+
+template <typename Value>
+[[gnu::noinline]] char16_t* Template::writeTelling(std::span<const Value> values,
+                                                   char16_t* to) const {
     for (std::size_t at = nextTelling(values, 0); at != kNone; at = nextTelling(values, at + 1)) {
         to = writePiece(pieces_[at], values, to);
     }

@@ -90,6 +90,8 @@ private:
     template <typename Value>
     char16_t* writeWith(std::span<const Value> values, char16_t* to) const;
     template <typename Value>
+    char16_t* writeTelling(std::span<const Value> values, char16_t* to) const;
+    template <typename Value>
     char16_t* writePiece(const Piece& piece, std::span<const Value> values, char16_t* to) const;
     template <typename Value>
     std::size_t nextTelling(std::span<const Value> values, std::size_t from) const;
