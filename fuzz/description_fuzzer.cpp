@@ -22,7 +22,7 @@ void checkDefaults(const StagingDescription& staging, TemplateDb& templates) {
         FUZZ_CHECK(letter >= u'A' && letter <= u'Z' && !name.empty());
         FUZZ_CHECK(staging.findModel(letter, name) != nullptr);
     }
-    FUZZ_CHECK(staging.tags.tagNames.size() == staging.tags.tagTexts.size());
+    FUZZ_CHECK(staging.tags.tagNames.all().size() == staging.tags.tagTexts.all().size());
     for (const auto& [japanese, english] : staging.setEnglishNames) {
         FUZZ_CHECK(staging.setFiles.contains(japanese));
         FUZZ_CHECK(staging.setEnglishFiles.contains(english));

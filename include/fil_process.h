@@ -9,13 +9,15 @@
  *     lie over the texts: it is written when they are not needed any more.
  *  3. Null: a null `script` or `description` is an empty text. A null `output`
  *     asks for the size.
- *  4. Threads: one call at a time in a process. The library starts no threads
- *     and takes no locks.
- *  5. Errors: no exception and no signal leaves the call. A run that fails (the
+ *  4. Threads: any thread may call. The library starts none and does one call
+ *     at a time: a call waits while another thread's runs, and so does a fork. A
+ *     call from a signal handler that interrupts a call of its thread returns 0.
+ *  5. Stack: a call needs 32 KB of its thread's stack, whatever it is given.
+ *  6. Errors: no exception and no signal leaves the call. A run that fails (the
  *     memory is exhausted, the XML machinery cannot be started, the script would
  *     be longer than 2147483646 units, or one filled template longer than
  *     268435456) returns 0 and writes nothing.
- *  6. Files: each call reads "keyword.ini" and "Mirvol.ini" in the folder of
+ *  7. Files: each call reads "keyword.ini" and "Mirvol.ini" in the folder of
  *     the running program's executable, so that edits count at once. Both may
  *     be missing.
  */
@@ -60,11 +62,12 @@ typedef uint_least16_t fil_char; /* one UTF-16 unit, the type of C's char16_t */
  *  - 0 when the run failed; the buffer is as it was.
  *
  * So call twice: with a null buffer to learn the size, then with a buffer of
- * that size. Every call converts anew. Where the description chooses at random,
- * the choice depends on the time in seconds: two calls that fall into different
- * seconds may give scripts of different lengths. A host that gets 0 for its
- * buffer therefore asks for the size again, a few times before it gives up; a
- * size query that returns 0 is a failure that asking again does not mend.
+ * that size. Every call converts anew, and two calls may give scripts of
+ * different lengths: where the description chooses at random, the choice depends
+ * on the time in seconds, and somebody may save an ini file between the calls. A
+ * host that gets 0 for its buffer therefore asks for the size again, a few times
+ * before it gives up; a size query that returns 0 is a failure that asking again
+ * does not mend, unless memory was short.
  */
 FIL_PROCESS_API int32_t fil_process(const fil_char* script, int32_t playFrom, int32_t playTo,
                                     const fil_char* description, fil_char* output,

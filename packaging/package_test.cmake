@@ -22,6 +22,14 @@ foreach(name IN ITEMS
   endif()
 endforeach()
 
+if(FORMAT STREQUAL ZIP)
+  foreach(name IN ITEMS lib/tvmlfilter.lib lib/tvmlfilter.def)
+    if(NOT EXISTS "${root}/${name}")
+      message(SEND_ERROR "the package lacks ${name}")
+    endif()
+  endforeach()
+endif()
+
 # convert(<what> <argument>...): an example in the unpacked folder.
 function(convert what)
   execute_process(

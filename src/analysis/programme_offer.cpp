@@ -158,9 +158,9 @@ void OfferRecorder::programmeRead(const Programme& programme) {
         addWord(name, programme.reader.words(), form);
         offer_.names.push_back(std::move(name));
     }
-    for (const auto& [english, text] : staging.tags.tagTexts) {
+    for (const auto& [english, text] : staging.tags.tagTexts.all()) {
         offer_.names.push_back(
-            {OfferKind::tag, english, {}, namesFor(staging.tags.tagNames, english), {}, {}});
+            {OfferKind::tag, english, {}, namesFor(staging.tags.tagNames.all(), english), {}, {}});
     }
     addPoses(staging, offer_);
     for (const auto& [english, file] : staging.setEnglishFiles) {

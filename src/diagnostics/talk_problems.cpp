@@ -130,15 +130,15 @@ std::u16string_view uncolonedTag(const ScriptChecks& checks, std::u16string_view
         }
     }
     std::u16string_view found;
-    const auto look = [&](const TextMap::value_type& entry) {
+    const auto look = [&](const LeadingNames::Entry& entry) {
         const std::u16string_view rest = line.substr(entry.first.size());
         if (isSlipForColon(rest, checks.words) && !continuesSentence(rest, checks.words)) {
             found = line.substr(0, entry.first.size());
         }
         return !found.empty();
     };
-    visitNamesStarting(checks.staging.tags.tagNames, line, look) ||
-        visitNamesStarting(checks.staging.tags.tagTexts, line, look);
+    checks.staging.tags.tagNames.visitStarting(line, look) ||
+        checks.staging.tags.tagTexts.visitStarting(line, look);
     return found;
 }
 
@@ -179,8 +179,8 @@ ClosestNames closestTags(const ScriptChecks& checks, std::u16string_view head) {
         closest.offer(marker.name);
     }
     std::size_t left =
-        checks.suggestions.isSpent() ? kMostTags : checks.staging.tags.tagNames.size();
-    for (const auto& [japanese, english] : checks.staging.tags.tagNames) {
+        checks.suggestions.isSpent() ? kMostTags : checks.staging.tags.tagNames.all().size();
+    for (const auto& [japanese, english] : checks.staging.tags.tagNames.all()) {
         if (left-- == 0) {
             break;
         }
@@ -594,8 +594,8 @@ ScriptChecks::ScriptChecks(const Programme& programme, Language theLanguage)
             signs.set(unit & 0xFFu);
         }
     }
-    for (const TextMap* names : {&staging.tags.tagNames, &staging.tags.tagTexts}) {
-        for (const auto& [name, value] : *names) {
+    for (const LeadingNames* names : {&staging.tags.tagNames, &staging.tags.tagTexts}) {
+        for (const auto& [name, value] : names->all()) {
             tagStarts.set(name.front() & 0xFFu);
         }
     }

@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string_view>
 
 #include "filter/conversion_run.h"
 #include "filter/delivery.h"
+#include "platform/call_turn.h"
 #include "run/ini_files.h"
 #include "vocabulary/unit_search.h"
 
@@ -43,12 +45,17 @@ std::u16string_view placeOf(std::size_t resultUnits, const char16_t* output,
 extern "C" std::int32_t fil_process(const char16_t* script, std::int32_t playFrom,
                                     std::int32_t playTo, const char16_t* description,
                                     char16_t* output, std::int32_t outputSize) {
+    const tvml::platform::CallTurn turn;
+    if (!turn.isOurs() || !tvml::platform::prepareToThrow()) {
+        return 0;
+    }
     try {
         process.files.load();
-        tvml::ConversionRun run(process.files.words, process.files.settings,
-                                tvml::platform::system());
+        // Not on the stack, of which a host's thread may have little.
+        const auto run = std::make_unique<tvml::ConversionRun>(
+            process.files.words, process.files.settings, tvml::platform::system());
         const std::u16string_view text = textOrEmpty(script);
-        tvml::TvmlScript result = run.convert({text, playFrom, playTo, textOrEmpty(description)});
+        tvml::TvmlScript result = run->convert({text, playFrom, playTo, textOrEmpty(description)});
         if (overlap(text, placeOf(result.size(), output, outputSize))) {
             result.writeTalk(); // the result takes the place of the script
         }

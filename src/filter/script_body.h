@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "filter/number_set.h"
 #include "filter/scanners.h"
 #include "generation/talk_piece.h"
 #include "vocabulary/keyword_table.h"
+#include "vocabulary/number_set.h"
 
 namespace tvml {
 

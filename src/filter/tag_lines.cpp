@@ -92,9 +92,10 @@ void TagLines::write(const TagReading& tag) {
 }
 
 void TagLines::writeDeclaredTag(const TagReading& tag) {
-    scratch_ = run_.staging.tags.tagTexts.find(tag.english)->second;
+    const std::u16string& text = run_.staging.tags.tagTexts.find(tag.english)->second;
     const std::array<Filling, 1> fillings{{{u"$1", tag.value}}};
-    fillText(scratch_, fillings);
+    scratch_.clear();
+    run_.textTemplates.of(text).fill(fillings, scratch_);
     append(scratch_);
     const auto element = run_.staging.tagElements.find(tag.english);
     run_.tellTemplate(u"tag", element == run_.staging.tagElements.end() ? 0 : element->second);

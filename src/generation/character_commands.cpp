@@ -76,9 +76,10 @@ std::array<Filling, 4> fillingsOf(char16_t name, const std::array<Value, 3>& val
 
 void writePose(Run& run, char16_t name, const RecognizedCommand& command, std::u16string& out) {
     const PoseText* pose = run.staging.findPose(command.pose, name);
-    std::u16string filled = pose->text;
-    fillText(filled,
-             fillingsOf(name, {Value::speed, Value::degree, Value::blocking}, command.adverbs));
+    std::u16string filled;
+    run.textTemplates.of(pose->text)
+        .fill(fillingsOf(name, {Value::speed, Value::degree, Value::blocking}, command.adverbs),
+              filled);
     appendBracketed(run, name, filled, out);
     run.tellTemplate(u"pose", pose->element);
 }

@@ -36,9 +36,10 @@ void appendFilled(const Variant* variant, std::span<const Filling> fillings, std
     }
 }
 
-void appendFilled(std::u16string text, std::span<const Filling> fillings, std::u16string& out) {
-    fillText(text, fillings);
-    out += text;
+// A text of the description, which no line changes.
+void appendFilled(const StudioAction& action, PlainElement element,
+                  std::span<const Filling> fillings) {
+    action.run.textTemplates.of(action.run.use(element)).fill(fillings, action.out);
 }
 
 void appendGiven(std::u16string_view name, std::u16string_view value, std::u16string& out) {
@@ -55,7 +56,7 @@ void hidePlate(const StudioAction& action) {
     const std::u16string number =
         decimalText(isBackground ? state.bgImageCount : state.subImageCount);
     const std::array<Filling, 1> fillings{{{u"$1", number}}};
-    appendFilled(action.run.use(action.element()), fillings, action.out);
+    appendFilled(action, action.element(), fillings);
 }
 
 // A separator right behind "wait " leaves no place for a number; it is written
@@ -130,7 +131,7 @@ void trackshot(const StudioAction& action) {
             {u"$2", action.speed()},
             {u"$3", action.blocking()},
         }};
-        appendFilled(action.run.use(PlainElement::trackshot), fillings, action.out);
+        appendFilled(action, PlainElement::trackshot, fillings);
         return;
     }
     action.out.append(u"camera: catch( name=Cam, target=").append(target);
@@ -159,7 +160,7 @@ void longshot(const StudioAction& action) {
     if (action.hasText(PlainElement::longshot)) {
         const std::array<Filling, 2> fillings{
             {{u"$1", action.speed()}, {u"$2", action.blocking()}}};
-        appendFilled(action.run.use(PlainElement::longshot), fillings, action.out);
+        appendFilled(action, PlainElement::longshot, fillings);
         return;
     }
     action.out += u"camera: move( name=CamOTHER, ry=40.00, rx=10, rz=0.00, x=2, y=2.0, z=1.60, "

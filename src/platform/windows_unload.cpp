@@ -5,8 +5,8 @@
 // The usual implementation, linked into a DLL, takes an index of thread-local
 // storage, two handles and some memory at every load and gives none of it back;
 // a host that loads the library often enough is ended for want of an index. The
-// library starts no threads and is called by one thread at a time, so that
-// nothing here has to wait for anybody, and one value of a key serves all.
+// library starts no threads and works for one thread at a time (call_turn.h), so
+// that nothing here has to wait for anybody, and one value of a key serves all.
 #include <array>
 #include <cerrno>
 #include <cstdlib>

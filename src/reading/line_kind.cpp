@@ -14,13 +14,10 @@ bool startsWith(std::u16string_view line, const MarkerSpelling& spelling,
                                     : line.starts_with(spelling.english);
 }
 
-bool colonFollows(std::u16string_view line, std::size_t units, const KeywordTable& words) {
-    return startsWithColon(dropAndTrim(line, units, words), words);
-}
-
-bool isDeclaredTag(std::u16string_view line, const TextMap& names, const KeywordTable& words) {
-    return !names.empty() && visitNamesStarting(names, line, [&](const TextMap::value_type& entry) {
-        return colonFollows(line, entry.first.size(), words);
+bool isDeclaredTag(std::u16string_view line, const LeadingNames& names, const KeywordTable& words) {
+    ColonBehind colonBehind(line, words);
+    return !names.empty() && names.visitStarting(line, [&](const LeadingNames::Entry& entry) {
+        return colonBehind(entry.first.size());
     });
 }
 
@@ -29,6 +26,25 @@ bool isDeclaredTag(std::u16string_view line, const TextMap& names, const Keyword
 std::u16string_view lineKindText(LineKind kind) {
     static constexpr std::array<std::u16string_view, 4> kTexts{u"", u"tag", u"character", u"other"};
     return kTexts[static_cast<std::size_t>(kind)];
+}
+
+const LeadingNames::Sorted& LeadingNames::sorted() const {
+    if (sorted_.size() != names_.size()) {
+        sorted_.clear();
+        sorted_.reserve(names_.size());
+        for (const Entry& entry : names_) {
+            sorted_.push_back(&entry);
+        }
+    }
+    return sorted_;
+}
+
+bool ColonBehind::operator()(std::size_t units) {
+    at_ = std::min(std::max(at_, units), line_.size());
+    while (at_ < line_.size() && words_.isBlank(line_[at_])) {
+        ++at_;
+    }
+    return startsWithColon(line_.substr(at_), words_);
 }
 
 MarkerIndex::MarkerIndex(const KeywordTable& words) {
@@ -81,10 +97,10 @@ LineKind classifyLine(std::u16string_view& trimmed, const DeclaredTags& tags,
     for (unsigned left = markers.candidates(line); left != 0; left &= left - 1) {
         const auto marker = static_cast<Marker>(std::countr_zero(left));
         if (const MarkerSpelling* spelling = markerSpelling(marker, line, words)) {
-            return colonFollows(line, spelling->units, words) ? LineKind::tag : LineKind::other;
+            return ColonBehind(line, words)(spelling->units) ? LineKind::tag : LineKind::other;
         }
     }
-    const bool namesCharacter = words.isLetter(line.front()) && colonFollows(line, 1, words);
+    const bool namesCharacter = words.isLetter(line.front()) && ColonBehind(line, words)(1);
     return namesCharacter ? LineKind::character : LineKind::other;
 }
 

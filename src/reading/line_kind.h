@@ -2,12 +2,17 @@
 #ifndef TVML_READING_LINE_KIND_H
 #define TVML_READING_LINE_KIND_H
 
+#include <algorithm>
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "reading/marker_spec.h"
 #include "vocabulary/keyword_table.h"
@@ -51,40 +56,107 @@ const MarkerSpelling* markerSpelling(Marker marker, std::u16string_view line,
 // An ordered map with text keys that can be searched with views.
 using TextMap = std::map<std::u16string, std::u16string, std::less<>>;
 
-// The tags that the filter description declares.
-struct DeclaredTags {
-    TextMap tagNames; // Japanese name -> English name
-    TextMap tagTexts; // English name -> TVML text
+// Names of which a line may begin with any, in ascending order.
+class LeadingNames {
+public:
+    using Entry = TextMap::value_type;
+
+    LeadingNames() = default;
+    LeadingNames(std::initializer_list<Entry> names) {
+        for (const Entry& name : names) {
+            try_emplace(name.first, name.second);
+        }
+    }
+    LeadingNames(LeadingNames&&) = default;
+    LeadingNames& operator=(LeadingNames&&) = default;
+
+    const TextMap& all() const { return names_; }
+    bool empty() const { return names_.empty(); }
+    TextMap::const_iterator find(std::u16string_view name) const { return names_.find(name); }
+    std::pair<TextMap::iterator, bool> try_emplace(std::u16string name, std::u16string_view text) {
+        sorted_.clear();
+        firstUnits_.set(name.empty() ? kNoUnit : bitOf(name.front()));
+        return names_.try_emplace(std::move(name), text);
+    }
+    void erase(TextMap::const_iterator name) {
+        sorted_.clear();
+        names_.erase(name);
+    }
+
+    // Calls `visit(entry)` for each name that starts `text`, in ascending order,
+    // until it returns true. Takes a step a unit of the text at most, however many
+    // names there are and however they begin.
+    template <typename Visit> bool visitStarting(std::u16string_view text, Visit visit) const;
+
+private:
+    using Sorted = std::vector<const Entry*>;
+    static constexpr std::size_t kNoUnit = 256;
+    static std::size_t bitOf(char16_t unit) { return unit % kNoUnit; }
+    bool mayStart(std::u16string_view text) const {
+        return firstUnits_[kNoUnit] || (!text.empty() && firstUnits_[bitOf(text.front())]);
+    }
+    static bool hasUnit(const Entry& entry, std::size_t at, char16_t unit) {
+        return at < entry.first.size() && entry.first[at] == unit;
+    }
+    const Sorted& sorted() const;
+
+    TextMap names_;
+    std::bitset<kNoUnit + 1> firstUnits_; // of names, some of them alike; the last for an empty one
+    mutable Sorted sorted_;               // made when it is asked for
 };
 
-// Calls `visit(entry)` for each entry of `names` whose key starts `text`, in
-// ascending order of the keys, until it returns true. Costs a few look-ups per
-// unit of the longest key that fits, however many keys there are.
 template <typename Visit>
-bool visitNamesStarting(const TextMap& names, std::u16string_view text, Visit visit) {
-    auto entry = names.begin();
-    while (entry != names.end()) {
-        const std::u16string_view key = entry->first;
-        if (text.starts_with(key)) {
-            if (visit(*entry)) {
+bool LeadingNames::visitStarting(std::u16string_view text, Visit visit) const {
+    if (!mayStart(text)) { // as nearly every line
+        return false;
+    }
+    // The names from `first` up to `last` begin with the first `shared` units.
+    auto first = sorted().begin();
+    auto last = sorted().end();
+    for (std::size_t shared = 0; first != last; ++shared) {
+        if ((*first)->first.size() == shared) {
+            if (visit(**first)) {
                 return true;
             }
-            ++entry;
-            continue;
+            ++first;
         }
-        // Every key between this one and the part of the text that it shares,
-        // made one unit longer, starts nothing either.
-        std::size_t shared = 0;
-        while (shared < key.size() && shared < text.size() && key[shared] == text[shared]) {
-            ++shared;
-        }
-        if (shared == text.size() || (shared < key.size() && key[shared] > text[shared])) {
+        if (shared == text.size()) {
             return false;
         }
-        entry = names.lower_bound(text.substr(0, shared + 1));
+        const char16_t unit = text[shared];
+        if (first != last &&
+            !(hasUnit(**first, shared, unit) && hasUnit(**(last - 1), shared, unit))) {
+            first = std::partition_point(
+                first, last, [&](const Entry* entry) { return entry->first[shared] < unit; });
+            last = std::partition_point(
+                first, last, [&](const Entry* entry) { return entry->first[shared] == unit; });
+        }
     }
     return false;
 }
+
+// The tags that the filter description declares.
+struct DeclaredTags {
+    LeadingNames tagNames; // Japanese name -> English name
+    LeadingNames tagTexts; // English name -> TVML text
+};
+
+// Whether a colon comes behind the first units of a trimmed line, blanks aside.
+// Asked for more and more units, it looks at each blank once.
+class ColonBehind {
+public:
+    ColonBehind(std::u16string_view line, const KeywordTable& words) : line_(line), words_(words) {}
+
+    bool operator()(std::size_t units);
+
+    // The line from that colon on, after it was found.
+    std::u16string_view colon() const { return line_.substr(at_); }
+
+private:
+    const std::u16string_view line_;
+    const KeywordTable& words_;
+    std::size_t at_ = 0; // behind the blanks
+};
 
 // Trims `line` in place and tells its kind. `markers` must be of these words.
 LineKind classifyLine(std::u16string_view& line, const DeclaredTags& tags,

@@ -164,23 +164,24 @@ void LineReader::readTag(ScriptLine& line) const {
 
 bool LineReader::readDeclaredTag(ScriptLine& line) const {
     const DeclaredTags& tags = names_.tags;
-    const auto take = [&](std::u16string_view name, std::u16string_view english) {
-        const std::u16string_view rest = dropAndTrim(line.trimmed, name.size(), words_);
-        const auto text = tags.tagTexts.find(english);
-        if (!startsWithColon(rest, words_) || text == tags.tagTexts.end()) {
-            return false;
-        }
-        line.tag_.name = line.trimmed.substr(0, name.size());
-        line.tag_.english = text->first;
-        line.tag_.value = dropAndTrim(rest, 1, words_);
-        return true;
+    const auto takenFrom = [&](const LeadingNames& names, auto english) {
+        ColonBehind colonBehind(line.trimmed, words_);
+        return names.visitStarting(line.trimmed, [&](const LeadingNames::Entry& entry) {
+            if (!colonBehind(entry.first.size())) {
+                return false;
+            }
+            const auto text = tags.tagTexts.find(entry.*english);
+            if (text == tags.tagTexts.all().end()) {
+                return false;
+            }
+            line.tag_.name = line.trimmed.substr(0, entry.first.size());
+            line.tag_.english = text->first;
+            line.tag_.value = dropAndTrim(colonBehind.colon(), 1, words_);
+            return true;
+        });
     };
-    return visitNamesStarting(
-               tags.tagNames, line.trimmed,
-               [&](const TextMap::value_type& entry) { return take(entry.first, entry.second); }) ||
-           visitNamesStarting(tags.tagTexts, line.trimmed, [&](const TextMap::value_type& entry) {
-               return take(entry.first, entry.first);
-           });
+    return takenFrom(tags.tagNames, &LeadingNames::Entry::second) ||
+           takenFrom(tags.tagTexts, &LeadingNames::Entry::first);
 }
 
 // A super keeps its blanks: a letter at the end saves the trailing ones from

@@ -69,6 +69,7 @@ struct Run {
     std::array<const CharacterModel*, 26> models{}; // current ones by letter, null for none
 
     PreparedTalks preparedTalks;
+    TextTemplates textTemplates; // of the description's texts that lines fill
 
     // Looks every character's current model up, once its tables are complete.
     void resolveModels() {

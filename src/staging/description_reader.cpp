@@ -413,7 +413,7 @@ void DescriptionReader::Walk::readTag(std::u16string_view name, std::size_t) {
     }
     const std::u16string_view japanese = attribute(u"japanesename");
     const std::u16string_view english = attribute(u"englishname");
-    TextMap& names = staging_.tags.tagNames;
+    LeadingNames& names = staging_.tags.tagNames;
     const auto [entry, isNew] = names.try_emplace(std::u16string(japanese), english);
     if (!isNew) {
         problem(DescriptionProblem::tagNameTaken, japanese);

@@ -2,8 +2,8 @@
 //
 // The rule is sequential replacement. Nearly always that equals one pass that
 // looks at each "$" of the template once: when no value brings in a "$" that a
-// later placeholder could see, and every "$" of the template begins one of the
-// placeholders. Everything else goes the long way.
+// later placeholder could see, and no "$" of the template could begin another
+// placeholder when its neighbour is filled. Everything else goes the long way.
 #include "staging/template.h"
 
 #include <algorithm>
@@ -18,6 +18,10 @@ namespace {
 
 constexpr char16_t kMark = u'$';
 constexpr std::uint32_t kNoFilling = 0xFFFFFFFFu;
+
+// So many placeholders right behind each other are in no template but one that
+// is made to fill nothing in again and again.
+constexpr std::ptrdiff_t kManyBare = 64;
 
 bool holdsMark(std::u16string_view value) {
     return findUnit(value, kMark) != std::u16string_view::npos;
@@ -40,6 +44,23 @@ std::uint32_t placeholderAt(std::u16string_view text, std::span<const Filling> f
         }
     }
     return kNoFilling;
+}
+
+// Whether the "$" at the start of `text`, where the placeholder `own` stands or
+// none, may begin another one when the next placeholder is filled.
+bool canChange(std::u16string_view text, std::uint32_t own, std::span<const Filling> fillings) {
+    const std::size_t next = findUnit(text, kMark, 1);
+    if (next == std::u16string_view::npos) {
+        return false;
+    }
+    const std::size_t filled = placeholderAt(text.substr(next), fillings);
+    const std::size_t last = std::min<std::size_t>(own, fillings.size());
+    const auto startsLike = [&](const Filling& other) {
+        return std::u16string_view(other.placeholder).starts_with(text.substr(0, next));
+    };
+    return filled < last &&
+           std::any_of(fillings.begin() + static_cast<std::ptrdiff_t>(filled) + 1,
+                       fillings.begin() + static_cast<std::ptrdiff_t>(last), startsLike);
 }
 
 std::size_t countOf(std::u16string_view text, std::u16string_view pattern) {
@@ -130,11 +151,15 @@ void Template::compile(std::span<const Filling> fillings) const {
     bool firstDone = false;
     for (std::size_t mark = findUnit(text_, kMark); mark != std::u16string::npos;
          mark = findUnit(text_, kMark, mark + 1)) {
-        const std::uint32_t filling =
-            placeholderAt(std::u16string_view(text_).substr(mark), fillings);
-        if (filling == kNoFilling) {
+        const std::u16string_view rest = std::u16string_view(text_).substr(mark);
+        const std::uint32_t filling = placeholderAt(rest, fillings);
+        if (canChange(rest, filling, fillings)) {
             inOnePass_ = false;
             break;
+        }
+        if (filling == kNoFilling) {
+            leavesMarks_ = true;
+            continue;
         }
         if (fillings[filling].firstOnly && std::exchange(firstDone, true)) {
             leavesMarks_ = true;
@@ -146,6 +171,26 @@ void Template::compile(std::span<const Filling> fillings) const {
         copied = static_cast<std::uint32_t>(mark + fillings[filling].placeholder.size());
     }
     pieces_.push_back({copied, static_cast<std::uint32_t>(text_.size()), kNoFilling});
+    indexPieces();
+}
+
+void Template::indexPieces() const {
+    telling_.clear();
+    const auto bare = std::count_if(pieces_.begin(), pieces_.end(), [](const Piece& piece) {
+        return piece.literalStart == piece.literalEnd;
+    });
+    if (bare < kManyBare) {
+        return;
+    }
+    telling_.resize(compiledFor_.size() + 1);
+    for (std::size_t i = 0; i < pieces_.size(); ++i) {
+        const Piece& piece = pieces_[i];
+        if (piece.literalStart != piece.literalEnd) {
+            telling_.back().insert(i);
+        } else if (piece.filling != kNoFilling) {
+            telling_[piece.filling].insert(i);
+        }
+    }
 }
 
 template <typename Value> std::size_t Template::sizeWith(std::span<const Value> values) const {
@@ -160,15 +205,42 @@ template <typename Value> std::size_t Template::sizeWith(std::span<const Value> 
 }
 
 template <typename Value>
+inline char16_t* Template::writePiece(const Piece& piece, std::span<const Value> values,
+                                      char16_t* to) const {
+    to = copyUnits({text_.data() + piece.literalStart, piece.literalEnd - piece.literalStart}, to);
+    return piece.filling != kNoFilling ? copyValue(valueOf(values[piece.filling]), to) : to;
+}
+
+template <typename Value>
 char16_t* Template::writeWith(std::span<const Value> values, char16_t* to) const {
+    if (!telling_.empty()) {
+        return writeTelling(values, to);
+    }
     for (const Piece& piece : pieces_) {
-        to = copyUnits({text_.data() + piece.literalStart, piece.literalEnd - piece.literalStart},
-                       to);
-        if (piece.filling != kNoFilling) {
-            to = copyValue(valueOf(values[piece.filling]), to);
-        }
+        to = writePiece(piece, values, to);
     }
     return to;
+}
+
+template <typename Value>
+[[gnu::noinline]] char16_t* Template::writeTelling(std::span<const Value> values,
+                                                   char16_t* to) const {
+    for (std::size_t at = nextTelling(values, 0); at != kNone; at = nextTelling(values, at + 1)) {
+        to = writePiece(pieces_[at], values, to);
+    }
+    return to;
+}
+
+// The first piece at or after `from` that writes something, or kNone.
+template <typename Value>
+std::size_t Template::nextTelling(std::span<const Value> values, std::size_t from) const {
+    std::size_t next = telling_.back().firstFrom(from);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!valueOf(values[i]).empty()) {
+            next = std::min(next, telling_[i].firstFrom(from)); // kNone is the largest number
+        }
+    }
+    return next;
 }
 
 std::size_t Template::filledSize(std::span<const std::size_t> valueSizes) const {
@@ -198,6 +270,10 @@ void Template::fill(std::span<const Filling> fillings, std::u16string& out) cons
     }
     std::u16string text = text_;
     fillText(text, fillings);
+    lostUnits_ += text_.size() - std::min(text_.size(), text.size());
+    if (lostUnits_ > kMostLostUnits) {
+        throw std::length_error("a template is filled with nothing too often");
+    }
     out += text;
 }
 

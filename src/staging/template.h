@@ -3,10 +3,14 @@
 #define TVML_STAGING_TEMPLATE_H
 
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "vocabulary/number_set.h"
 
 namespace tvml {
 
@@ -45,7 +49,8 @@ public:
     // Appends the filled template to `out`. The result is that of replacing one
     // placeholder after another, everywhere, in the order of `fillings`: a value
     // is searched for the placeholders that come after its own, not for its own.
-    // Throws std::length_error when the result would pass kFilledLimit units.
+    // Throws std::length_error when the result would pass kFilledLimit units, or
+    // when this template has lost more than kMostLostUnits.
     void fill(std::span<const Filling> fillings, std::u16string& out) const;
 
     // Filling in two steps, for a text that is wanted later. Only a template that
@@ -72,6 +77,11 @@ private:
         std::uint32_t times; // that its value goes in
     };
 
+    // Which pieces come to something: a filling's that is not empty and, in the
+    // last set, all with text of their own. Kept where there are many that may
+    // come to nothing: the pieces that are written are then looked up.
+    using Telling = std::vector<NumberSet>;
+
     bool isCompiledFor(std::span<const Filling> fillings) const;
     void compile(std::span<const Filling> fillings) const;
 
@@ -79,6 +89,13 @@ private:
     template <typename Value> std::size_t sizeWith(std::span<const Value> values) const;
     template <typename Value>
     char16_t* writeWith(std::span<const Value> values, char16_t* to) const;
+    template <typename Value>
+    char16_t* writeTelling(std::span<const Value> values, char16_t* to) const;
+    template <typename Value>
+    char16_t* writePiece(const Piece& piece, std::span<const Value> values, char16_t* to) const;
+    template <typename Value>
+    std::size_t nextTelling(std::span<const Value> values, std::size_t from) const;
+    void indexPieces() const;
 
     std::u16string text_;
 
@@ -86,14 +103,32 @@ private:
     // templates are always filled by the same ones.
     mutable std::vector<Piece> pieces_;
     mutable std::vector<CompiledFilling> compiledFor_;
+    mutable Telling telling_;
     mutable std::size_t literalUnits_ = 0;
-    mutable bool inOnePass_ = false;   // every "$" begins one of them
-    mutable bool leavesMarks_ = false; // not every "$" is filled
+    mutable std::size_t lostUnits_ = 0; // on the long way, by values that are shorter
+    mutable bool inOnePass_ = false;    // every "$" begins one of them, or never will
+    mutable bool leavesMarks_ = false;  // not every "$" is filled
 };
 
 // No filled template is longer, whatever a description's values do to each
 // other.
 inline constexpr std::size_t kFilledLimit = std::size_t{1} << 28;
+
+// What is written pays for the time it takes; placeholders that come to nothing
+// write nothing. One pass skips them, replacing in sequence cannot: so many units
+// may get lost by it, in all fillings of one template.
+inline constexpr std::size_t kMostLostUnits = std::size_t{1} << 24;
+
+// The templates of texts that stay where they are and as they are.
+class TextTemplates {
+public:
+    const Template& of(const std::u16string& text) {
+        return kept_.try_emplace(&text, text).first->second;
+    }
+
+private:
+    std::map<const std::u16string*, Template> kept_;
+};
 
 // Fills a text that is not kept as a template.
 void fillText(std::u16string& text, std::span<const Filling> fillings);

@@ -2,8 +2,10 @@
 // work: that is what is compared, not time.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstddef>
 #include <functional>
+#include <utility>
 
 #include "support/counted_work.h"
 #include "support/studio.h"
@@ -192,6 +194,116 @@ TEST(Cost, GrowsWithTheDescription) {
                    static_cast<double>(count);
         };
         EXPECT_LT(perItem(kMany), perItem(kFew) * kMostGrowthOfTables) << shown(row.element);
+    }
+}
+
+std::u16string repeated(std::size_t count, std::u16string_view part) {
+    std::u16string text;
+    for (std::size_t i = 0; i < count; ++i) {
+        text += part;
+    }
+    return text;
+}
+
+// The end of a clause that is cut again and again is looked for once. The search
+// goes many units a step, so that it takes a long clause to show in the sum.
+TEST(Cost, GrowsWithAClauseBeforeItsComma) {
+    const std::u16string description = u"<staging>" + std::u16string(kTwoCharacters);
+    for (const auto& [unit, end] : {std::pair(u"い", u"、う"), std::pair(u"x", u", y")}) {
+        const auto perUnit = [&](std::size_t count) {
+            return static_cast<double>(workOf(u"A:" + repeated(count, unit) + end, description)) /
+                   static_cast<double>(count);
+        };
+        EXPECT_LT(perUnit(400'000), perUnit(20'000) * kMostGrowth) << shown(unit);
+    }
+}
+
+// Every line of the script meets all that the description is long by.
+TEST(Cost, GrowsWithScriptAndDescriptionTogether) {
+    struct Texts {
+        std::u16string description;
+        std::u16string script;
+    };
+    const auto element = [](std::u16string_view name, const std::u16string& text) {
+        const std::u16string tag(name);
+        return u"<staging>" + std::u16string(kTwoCharacters) + u"<" + tag + u">" + text + u"</" +
+               tag.substr(0, tag.find(u' ')) + u">";
+    };
+    constexpr std::u16string_view kTag = u"tag japanesename='x' englishname='y'";
+    // Names of which each begins with the one before.
+    const auto names = [](std::size_t count, std::u16string_view unit) {
+        std::u16string description = u"<staging>";
+        for (std::size_t i = 1; i * i < count; ++i) {
+            const std::u16string name = u"a" + repeated(i, unit);
+            description +=
+                u"<tag japanesename='" + name + u"j' englishname='" + name + u"'>t</tag>";
+        }
+        return description;
+    };
+    const struct {
+        const char* name;
+        std::function<Texts(std::size_t count)> make;
+    } rows[] = {
+        {"a tag without a text",
+         [&](std::size_t n) {
+             return Texts{element(kTag, repeated(n, u"$1")), repeated(n, u"x:\n")};
+         }},
+        {"a tag with a mark of no placeholder",
+         [&](std::size_t n) {
+             return Texts{element(kTag, u"$$1" + repeated(n, u"$1")), repeated(n, u"x:\n")};
+         }},
+        {"a caption without a text",
+         [&](std::size_t n) {
+             return Texts{element(u"leftsuper", repeated(n, u"$1")), repeated(n, u"leftsuper:\n")};
+         }},
+        {"a picture without a name",
+         [&](std::size_t n) {
+             return Texts{element(u"bgimage", u"$7" + repeated(n, u"$2")),
+                          repeated(n, u"bgimage:\n")};
+         }},
+        {"talk without captions",
+         [&](std::size_t n) {
+             return Texts{element(u"talk", repeated(n, u"$4")), repeated(n, u"A:Hi\n")};
+         }},
+        {"names that begin with each other",
+         [&](std::size_t n) {
+             const auto root = static_cast<std::size_t>(std::sqrt(static_cast<double>(n)));
+             return Texts{names(n, u"a"), repeated(root, repeated(root, u"a") + u'\n')};
+         }},
+        {"names that end in blanks",
+         [&](std::size_t n) {
+             const auto root = static_cast<std::size_t>(std::sqrt(static_cast<double>(n)));
+             return Texts{names(n, u" "), repeated(root, u"a" + repeated(root, u" ") + u"x\n")};
+         }},
+    };
+    for (const auto& row : rows) {
+        const auto perUnit = [&](std::size_t count) {
+            const Texts texts = row.make(count);
+            return static_cast<double>(workOf(texts.script, texts.description)) /
+                   static_cast<double>(texts.script.size() + texts.description.size());
+        };
+        EXPECT_LT(perUnit(10'000), perUnit(1'000) * kMostGrowth) << row.name;
+    }
+}
+
+// A "$" that a line does not fill is text like any other, in every kind of text.
+TEST(Cost, OfFillingIsThatOfWriting) {
+    constexpr double kMostPerUnit = 20; // most of it for looking for cards that wait
+    const struct {
+        std::u16string_view start;
+        std::u16string_view end;
+        std::u16string_view line;
+    } rows[] = {
+        {u"<pose japanesename='p' englishname='q'>", u"</pose>", u"(p)"},
+        {u"<longshot>", u"</longshot>", u"(longshot)"},
+        {u"<bow>", u"</bow>", u"(bow)"},
+        {u"<tag japanesename='p' englishname='q'>", u"</tag>", u"p:x"},
+    };
+    for (const auto& row : rows) {
+        std::u16string description = u"<staging>" + std::u16string(kTwoCharacters);
+        description.append(row.start).append(repeated(kFew, u"$5")).append(row.end);
+        const std::uint64_t work = workOf(lines(row.line)(kFew), description);
+        EXPECT_LT(static_cast<double>(work) / (kFew * 2 * kFew), kMostPerUnit) << shown(row.start);
     }
 }
 

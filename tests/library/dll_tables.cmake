@@ -32,3 +32,12 @@ foreach(import IN LISTS imports)
     message(SEND_ERROR "the library needs ${import}")
   endif()
 endforeach()
+
+# The version's resource, whose texts are UTF-16.
+file(READ "${DLL}" bytes HEX)
+string(HEX "OriginalFilename" name)
+string(REGEX REPLACE "(..)" "\\100" name "${name}")
+string(FIND "${bytes}" "${name}" found)
+if(found EQUAL -1)
+  message(SEND_ERROR "the library has no version resource")
+endif()

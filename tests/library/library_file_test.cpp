@@ -1,6 +1,7 @@
 // The built library file, loaded as a host loads it, and its symbols.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -12,17 +13,34 @@
 namespace tvml {
 namespace {
 
-TEST(LibraryFile, ExportsOneSymbol) {
-    const std::string command = std::string(TVML_NM) + " -D --defined-only " + TVML_LIBRARY;
+std::string outputOf(const std::string& command) {
     const std::unique_ptr<FILE, int (*)(FILE*)> listing(popen(command.c_str(), "r"), pclose);
-    ASSERT_NE(listing, nullptr);
-    std::string names;
-    char line[512];
-    while (fgets(line, sizeof line, listing.get()) != nullptr) {
-        const std::string text(line);
-        names += text.substr(text.rfind(' ') + 1);
+    std::string output;
+    char part[512];
+    while (listing != nullptr && fgets(part, sizeof part, listing.get()) != nullptr) {
+        output += part;
     }
-    EXPECT_EQ(names, "fil_process\n");
+    return output;
+}
+
+TEST(LibraryFile, ExportsOneSymbol) {
+    const std::string listing = outputOf(TVML_NM " -D --defined-only " TVML_LIBRARY);
+    EXPECT_TRUE(listing.ends_with(" T fil_process\n")) << listing;
+    EXPECT_EQ(std::count(listing.begin(), listing.end(), '\n'), 1) << listing;
+}
+
+// What cmake/hardening.cmake asks for, in the files that it makes.
+TEST(LibraryFile, IsHardened) {
+#ifdef TVML_HARDENED
+    const std::string tables = outputOf(TVML_READELF " -W -l -d --dyn-syms " TVML_LIBRARY);
+    for (const char* part : {"BIND_NOW", "GNU_RELRO", "__stack_chk_fail"}) {
+        EXPECT_NE(tables.find(part), std::string::npos) << part << tables;
+    }
+    EXPECT_NE(outputOf(TVML_READELF " -h /proc/self/exe").find("DYN (Position-Independent"),
+              std::string::npos);
+#else
+    GTEST_SKIP() << "sanitizers take its place";
+#endif
 }
 
 std::string convertedBy(void* library, const std::u16string& script,

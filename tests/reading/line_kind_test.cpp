@@ -31,8 +31,8 @@ TEST(LineKind, DeclaredTagsComeFirst) {
 
 // Names in ascending order, each that starts the text, until one is taken.
 TEST(LineKind, NamesThatStartATextAreVisitedInOrder) {
-    const TextMap names{{u"", u""},  {u"a", u""},   {u"aa", u""}, {u"aab", u""},
-                        {u"b", u""}, {u"aac", u""}, {u"ab", u""}, {u"あ", u""}};
+    const LeadingNames names{{u"", u""},  {u"a", u""},   {u"aa", u""}, {u"aab", u""},
+                             {u"b", u""}, {u"aac", u""}, {u"ab", u""}, {u"あ", u""}};
     const struct {
         std::u16string_view text;
         std::u16string_view last; // the visit ends with this name
@@ -47,10 +47,12 @@ TEST(LineKind, NamesThatStartATextAreVisitedInOrder) {
         {u"acb", u"-", ",a,"},
         {u"あ", u"-", ",あ,"},
         {u"ab", u"ab", ",a,ab,"},
+        {u"aabaab", u"-", ",a,aa,aab,"},
+        {u"あa", u"-", ",あ,"},
     };
     for (const auto& row : rows) {
         std::string visited;
-        const bool taken = visitNamesStarting(names, row.text, [&](const auto& entry) {
+        const bool taken = names.visitStarting(row.text, [&](const auto& entry) {
             visited += shown(entry.first) + ",";
             return entry.first == row.last;
         });

@@ -46,7 +46,7 @@ TEST_P(AllocationFailure, FailsTheCallAndNothingElse) {
 
 INSTANTIATE_TEST_SUITE_P(Programmes, AllocationFailure,
                          testing::Values(kRichProgramme, kBrokenProgramme, kEndlessProgramme,
-                                         kDeclaringProgramme));
+                                         kDeclaringProgramme, kListingProgramme));
 
 } // namespace
 } // namespace tvml

@@ -67,6 +67,25 @@ inline constexpr Programme kDeclaringProgramme{
     u"<opening>open&lt;<ｎ:x ｎ:ｙ='&a;'/></opening><talk y=' &d;  e '>&b; <!-- -->t</talk>"
     u"<ending>end</ending>&f;</staging>"};
 
+// Content models that make the library's own tables grow, every type of attribute
+// and of default, and entities of the kinds that are left. Ends at the last one,
+// which stands outside.
+inline constexpr Programme kListingProgramme{
+    "listing", u"A: hello\n",
+    u"<!DOCTYPE staging [<!ELEMENT a (b|c)*><!ELEMENT b (a,a,a?,(a|(b,c+)*))><!ELEMENT c ANY>"
+    u"<!ELEMENT d (((((((((((((((((((((((((((((((((((((((("
+    u"a,b)|c)))))))))))))))))))))))))))))))))))))))>"
+    u"<!ELEMENT a:b (#PCDATA)>"
+    u"<!NOTATION n PUBLIC 'p'><!NOTATION m PUBLIC 'p' 's'><!ENTITY u SYSTEM 'u' NDATA n>"
+    u"<!ENTITY e '&#38;#60;'>"
+    u"<!ATTLIST ending i IDREF #IMPLIED j IDREFS #IMPLIED k ENTITY #IMPLIED l ENTITIES #IMPLIED"
+    u" m NMTOKEN 'm' n NOTATION (n|m) 'n' o CDATA #FIXED '&e;&#65;' p ID #IMPLIED"
+    u" q (one|two|three) #REQUIRED><!ATTLIST ending r CDATA 'r' s CDATA ' s  s '>"
+    u"<!ENTITY x '&e;&e;<!--x--><?x y?><![CDATA[x]]>'>"
+    u"<!ENTITY % v '<!ENTITY y \"y\">'><!ENTITY % w '&#37;v;'>%w;<!ENTITY % z PUBLIC 'p' 's'>"
+    u"<?p i?><!-- c -->%z;<!ENTITY late 'late'>]>"
+    u"<staging><ending k='u' q='two'>&x;&late;end</ending></staging>"};
+
 } // namespace tvml
 
 #endif

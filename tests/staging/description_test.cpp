@@ -1,5 +1,7 @@
 // What a filter description leaves in the tables of a run.
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <vector>
 
@@ -114,8 +116,8 @@ std::string told(const Reading& reading) {
                 "pose " + shown(name) + static_cast<char>(letter) + "=" + shown(pose.text) + "; ";
         }
     }
-    addMap(out, "tag", reading.staging.tags.tagNames);
-    addMap(out, "tag text", reading.staging.tags.tagTexts);
+    addMap(out, "tag", reading.staging.tags.tagNames.all());
+    addMap(out, "tag text", reading.staging.tags.tagTexts.all());
     for (const DiagnosticLog::Entry& entry : reading.log.entries()) {
         const std::u16string line = DiagnosticLog::line(entry);
         out += line.empty() ? silentProblem(entry) : shown(line);
@@ -251,6 +253,29 @@ TEST(Description, FailuresLeaveAsTheOneException) {
     EXPECT_THROW(guarded(words[u"fail_create_xmlparser"], platform::system(), 7,
                          [] { throw std::bad_alloc(); }),
                  std::bad_alloc);
+}
+
+// What stands in for the studio's elements that a description does not have, as
+// "builtin.tvml" lists it: "# ELEMENT" and the lines of its text.
+TEST(Description, LeavesTheBuiltInStudioWhereItIsSilent) {
+    const Reading reading(u"<staging/>", tableOf(shippedWords()));
+    std::string texts;
+    const auto add = [&](std::u16string_view name, std::u16string_view text) {
+        texts += "# " + shown(name) + "\n";
+        texts.append(text.begin(), text.end());
+    };
+    for (std::size_t i = 0; i < kPlainElements.size(); ++i) {
+        add(kPlainElements[i].name, reading.staging.plainTexts[i]);
+    }
+    for (std::size_t i = 0; i < kSimpleElements.size(); ++i) {
+        ASSERT_EQ(reading.templates.simples[i].size(), 1U);
+        add(kSimpleElements[i].name,
+            reading.templates.simples[i].variants().variant(1).text.text());
+    }
+    ASSERT_EQ(reading.templates.title.size(), 1U);
+    add(kTitleElement, reading.templates.title.variants().variant(1).text.text());
+    std::ifstream file(TVML_TESTS "/staging/builtin.tvml", std::ios::binary);
+    EXPECT_EQ(texts, std::string(std::istreambuf_iterator<char>(file), {}));
 }
 
 } // namespace

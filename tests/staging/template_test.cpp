@@ -33,7 +33,7 @@ TEST(Template, FillsAsOnePlaceholderAfterAnother) {
                                                u"v", u"a$1$2", u"$3", u"wy", u"a$TIT"};
     std::mt19937 random(20240501);
     const auto pick = [&](const auto& texts) { return texts[random() % std::size(texts)]; };
-    for (int round = 0; round < 2'000; ++round) {
+    for (int round = 0; round < 20'000; ++round) {
         std::u16string text;
         for (std::size_t pieces = random() % 9; pieces > 0; --pieces) {
             text += pick(kPieces);
@@ -54,6 +54,46 @@ TEST(Template, FillsAsOnePlaceholderAfterAnother) {
             ASSERT_EQ(shown(other), shown(expected)) << shown(text);
         }
     }
+}
+
+// Many placeholders right behind each other are skipped where they come to nothing.
+TEST(Template, FillsManyPlaceholdersWithNothing) {
+    constexpr std::u16string_view kPieces[] = {u"$1", u"$1", u"$2", u"$10", u"$2", u"$", u"x"};
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        std::u16string text;
+        for (std::size_t pieces = random() % 1000; pieces > 0; --pieces) {
+            text += kPieces[random() % (round % 2 == 0 ? 5 : 7)];
+        }
+        const Template kept(text);
+        for (unsigned empty = 0; empty < 8; ++empty) {
+            const auto value = [&](unsigned bit) {
+                return (empty & bit) != 0 ? std::u16string_view()
+                                          : std::u16string_view(u"a long value");
+            };
+            const Filling fillings[] = {{u"$10", value(1)}, {u"$1", value(2)}, {u"$2", value(4)}};
+            std::u16string out;
+            kept.fill(fillings, out);
+            ASSERT_EQ(shown(out), shown(filledInSequence(text, fillings))) << shown(text);
+        }
+    }
+}
+
+// Where one placeholder must be replaced after another, filling with nothing has
+// an end.
+TEST(Template, RefusesToLoseWithoutBound) {
+    std::u16string text = u"$$2";
+    while (text.size() < kMostLostUnits / 8) {
+        text += u"$1";
+    }
+    const Template kept(text);
+    const Filling fillings[] = {{u"$1", u""}, {u"$2", u"1"}, {u"$3", u""}};
+    std::u16string out;
+    for (int i = 0; i < 8; ++i) {
+        kept.fill(fillings, out);
+    }
+    EXPECT_EQ(shown(out), "$1$1$1$1$1$1$1$1");
+    EXPECT_THROW(kept.fill(fillings, out), std::length_error);
 }
 
 TEST(Template, RefusesToGrowWithoutBound) {

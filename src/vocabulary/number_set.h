@@ -1,6 +1,6 @@
 // A set of numbers, most of them close to each other.
-#ifndef TVML_FILTER_NUMBER_SET_H
-#define TVML_FILTER_NUMBER_SET_H
+#ifndef TVML_VOCABULARY_NUMBER_SET_H
+#define TVML_VOCABULARY_NUMBER_SET_H
 
 #include <array>
 #include <bit>

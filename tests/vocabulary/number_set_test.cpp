@@ -1,4 +1,4 @@
-#include "filter/number_set.h"
+#include "vocabulary/number_set.h"
 
 #include <gtest/gtest.h>
 

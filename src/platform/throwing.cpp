@@ -1,0 +1,36 @@
+// Entry: prepareToThrow.
+#include <cstdlib>
+
+#include <cxxabi.h>
+
+#include "platform/call_turn.h"
+
+namespace tvml::platform {
+namespace {
+
+// More than the thread-local data of all libraries together is likely to take.
+constexpr std::size_t kRoom = 16384;
+
+// What only the process's first exception needs is made while the library loads.
+struct FirstException {
+    FirstException() {
+        if (prepareToThrow()) {
+            try {
+                throw this;
+            } catch (const FirstException*) {
+            }
+        }
+    }
+};
+const FirstException firstException;
+
+} // namespace
+
+bool prepareToThrow() noexcept {
+    void* volatile room = std::malloc(kRoom); // volatile: not to be left out
+    const bool hasRoom = room != nullptr;
+    std::free(room);
+    return hasRoom && abi::__cxa_get_globals() != nullptr;
+}
+
+} // namespace tvml::platform
