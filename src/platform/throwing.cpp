@@ -5,6 +5,14 @@
 
 #include "platform/call_turn.h"
 
+#ifdef _LIBCPP_VERSION
+// A function of the C++ ABI that this library's header does not declare.
+namespace __cxxabiv1 {
+struct __cxa_eh_globals;
+extern "C" __cxa_eh_globals* __cxa_get_globals() noexcept;
+} // namespace __cxxabiv1
+#endif
+
 namespace tvml::platform {
 namespace {
 
