@@ -12,7 +12,7 @@
  *  4. Threads: any thread may call. The library starts none and does one call
  *     at a time: a call waits while another thread's runs, and so does a fork. A
  *     call from a signal handler that interrupts a call of its thread returns 0.
- *  5. Stack: a call needs 32 KB of its thread's stack, whatever it is given.
+ *  5. Stack: a call needs 48 KB of its thread's stack, whatever it is given.
  *  6. Errors: no exception and no signal leaves the call. A run that fails (the
  *     memory is exhausted, the XML machinery cannot be started, the script would
  *     be longer than 2147483646 units, or one filled template longer than

@@ -17,6 +17,7 @@
 #include "host/host_error.h"
 #include "host/inputs.h"
 #include "host/language.h"
+#include "host/media_folder.h"
 #include "host/text_files.h"
 #include "host/watch.h"
 #include "platform/platform.h"
@@ -60,7 +61,7 @@ std::string lineOf(const Tally& tally) {
 // are its output; counts are remarks to the person at the terminal.
 class Checker {
 public:
-    explicit Checker(const Options& options) : options_(options) {}
+    explicit Checker(const Options& options) : options_(options), media_(mediaIn(options.media)) {}
 
     int run() {
         if (options_.scripts.empty()) {
@@ -106,8 +107,8 @@ private:
         AnalysisWants wants;
         wants.problems = true;
         wants.returnsAsLineEnds = inputs.lineEnds == LineEnds::returns;
-        Analysis analysis = filter_.run(inputs.request(options_), wants, nextVocabularyCheck(),
-                                        inputs.media.has_value() ? &*inputs.media : nullptr);
+        Analysis analysis =
+            filter_.run(inputs.request(options_), wants, nextVocabularyCheck(), media_);
         tallyOf(inputs.scriptName);
         tell(std::move(analysis.problems), inputs.sources(filter_.vocabulary()));
     }
@@ -218,6 +219,7 @@ private:
     }
 
     const Options& options_;
+    const std::optional<MediaNames> media_; // none: not known
     Filter filter_;
     VocabularyCheck vocabularyCheck_ = VocabularyCheck::always;
     std::set<std::tuple<std::string, std::int32_t, std::size_t, std::u16string>> told_;

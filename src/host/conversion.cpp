@@ -74,11 +74,12 @@ std::optional<std::u16string_view> Filter::vocabularyFor(VocabularyCheck check) 
 }
 
 Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, VocabularyCheck check,
-                     const MediaNames* media) {
+                     const std::optional<MediaNames>& media) {
     wants.vocabulary = vocabularyFor(check);
     return orHostError([&] {
-        return analyze({request, files_.words, files_.settings, language(), media}, wants,
-                       platform::system());
+        return analyze({request, files_.words, files_.settings, language(),
+                        media.has_value() ? &*media : nullptr},
+                       wants, platform::system());
     });
 }
 

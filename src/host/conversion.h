@@ -23,7 +23,8 @@ public:
 
     // Converts and tells what is wanted. Throws a HostError when the run fails.
     Analysis run(const ConversionRequest& request, AnalysisWants wants,
-                 VocabularyCheck check = VocabularyCheck::never, const MediaNames* media = nullptr);
+                 VocabularyCheck check = VocabularyCheck::never,
+                 const std::optional<MediaNames>& media = std::nullopt);
 
     // What the vocabulary and a description have wrong.
     std::vector<Diagnostic> check(std::u16string_view description, VocabularyCheck check);

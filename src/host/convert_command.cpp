@@ -5,6 +5,7 @@
 #include "host/conversion.h"
 #include "host/host_error.h"
 #include "host/inputs.h"
+#include "host/media_folder.h"
 #include "host/run_report.h"
 #include "host/source_map_json.h"
 #include "host/text_files.h"
@@ -87,9 +88,8 @@ Converted convert(const Options& options, const Inputs& inputs) {
     wants.problems = true;
     wants.returnsAsLineEnds = inputs.lineEnds == LineEnds::returns;
     wants.sourceMap = wants.elements = !options.sourceMap.empty();
-    Converted result{{},
-                     filter.run(request, wants, VocabularyCheck::whenCutOff,
-                                inputs.media.has_value() ? &*inputs.media : nullptr)};
+    Converted result{
+        {}, filter.run(request, wants, VocabularyCheck::whenCutOff, mediaIn(options.media))};
     result.text = std::move(result.analysis.tvml);
     const Sources sources = inputs.sources(filter.vocabulary());
     const Findings findings =

@@ -54,7 +54,6 @@ Inputs readInputs(const Options& options) {
     inputs.lineEnds = script.lineEnds;
     inputs.encoding = script.encoding;
     inputs.description = descriptionOf(options);
-    inputs.media = mediaIn(options.media);
     return inputs;
 }
 

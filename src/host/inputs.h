@@ -2,13 +2,11 @@
 #ifndef TVML_HOST_INPUTS_H
 #define TVML_HOST_INPUTS_H
 
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "diagnostics/diagnostics.h"
 #include "host/command_line.h"
-#include "host/media_folder.h"
 #include "host/text_files.h"
 
 namespace tvml::host {
@@ -20,7 +18,6 @@ struct Inputs {
     InputEncoding encoding = InputEncoding::utf8;
     std::string scriptName; // of the files, as messages call them
     std::string descriptionName;
-    std::optional<MediaNames> media; // none: not known
 
     // What the options ask for; it refers to the texts.
     ConversionRequest request(const Options& options) const {

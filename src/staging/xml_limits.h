@@ -15,7 +15,7 @@ constexpr std::size_t kMostNamespaces = 100;    // with a prefix
 constexpr std::size_t kMostDeclarations = 1000; // of a document type
 constexpr std::size_t kLongestEntity = 65536;   // units
 constexpr std::size_t kMostExpansions = 50000;  // of entities
-constexpr std::size_t kMostOpenEntities = 30;   // inside each other, each takes some stack
+constexpr std::size_t kMostOpenEntities = 50;   // inside each other, each takes some stack
 constexpr std::size_t kAddedUnits = 4'000'000;  // of text that entities and defaults add
 
 } // namespace tvml
