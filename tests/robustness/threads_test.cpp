@@ -1,6 +1,9 @@
 // Calls from several threads at once, and processes that are forked meanwhile.
 #include <atomic>
 #include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <utility>
@@ -45,7 +48,41 @@ std::int32_t refused() {
     return fil_process(u"A: x\n", 0, 0, description.c_str(), nullptr, 0);
 }
 
+// The vocabulary in the folder of this program, saved again and again while the
+// object lives. Its words stay the same, but each call finds a file that is new.
+class EditedVocabulary {
+public:
+    EditedVocabulary() {
+        std::ifstream file(TVML_SOURCE_DIR "/config/keyword.ini", std::ios::binary);
+        shipped_.assign(std::istreambuf_iterator<char>(file), {});
+        save(0);
+        editor_ = std::thread([this] {
+            for (int number = 1; !done_; ++number) {
+                save(number);
+                std::this_thread::sleep_for(std::chrono::microseconds(200));
+            }
+        });
+    }
+    ~EditedVocabulary() {
+        done_ = true;
+        editor_.join();
+    }
+
+private:
+    void save(int number) const {
+        const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+        const auto made = folder / ("keyword.ini." + std::to_string(getpid()));
+        std::ofstream(made, std::ios::binary) << shipped_ << "\n; " << number << "\n";
+        std::filesystem::rename(made, folder / "keyword.ini");
+    }
+
+    std::string shipped_;
+    std::atomic<bool> done_{false};
+    std::thread editor_;
+};
+
 TEST(Threads, CallAtOnceAndGetWhatOneThreadGets) {
+    const EditedVocabulary edited;
     std::vector<std::u16string> expected;
     for (const Programme* programme : kProgrammes) {
         expected.push_back(converted(*programme));
