@@ -28,6 +28,63 @@ std::u16string_view withoutPronoun(std::u16string_view act) {
     return pronoun == kPronouns.end() ? act : trimmed(act.substr(pronoun->size()));
 }
 
+// Who acts, without an act: a clause of "二人、去る".
+bool isSubject(std::u16string_view clause) {
+    constexpr std::array<std::u16string_view, 8> kPeople{u"二人", u"ふたり", u"三人", u"一同",
+                                                         u"全員", u"みんな", u"both", u"all"};
+    return std::ranges::find(kPeople, clause) != kPeople.end();
+}
+
+// The form in which a verb goes on to the next one, and those in which a dictionary
+// may have it: "うなずいて" is "うなずく".
+struct VerbEnding {
+    std::u16string_view going;
+    std::array<std::u16string_view, 3> plain;
+};
+constexpr std::array<VerbEnding, 6> kVerbEndings{{
+    {u"して", {u"する", u"す", u""}}, // a noun alone is left, too
+    {u"いて", {u"く", u"いる", u"いる"}},
+    {u"いで", {u"ぐ", u"ぐ", u"ぐ"}},
+    {u"って", {u"る", u"う", u"つ"}},
+    {u"んで", {u"む", u"ぶ", u"ぬ"}},
+    {u"て", {u"る", u"る", u"る"}},
+}};
+
+// What is done beside something else: "手を振りながら".
+constexpr std::array<std::u16string_view, 2> kBesides{u"ながら", u"つつ"};
+constexpr std::u16string_view kStemKana = u"きぎしちにびみりい";
+constexpr std::u16string_view kPlainKana = u"くぐすつぬぶむるう";
+
+// The dictionary's forms of "手を振り", and the stem itself, which is often a noun.
+std::vector<std::u16string> formsOfStem(std::u16string_view stem) {
+    std::vector<std::u16string> forms{std::u16string(stem), std::u16string(stem).append(u"る")};
+    const std::size_t kana = stem.empty() ? kNone : kStemKana.find(stem.back());
+    if (kana != kNone) {
+        forms.push_back(std::u16string(stem.substr(0, stem.size() - 1)));
+        forms.back() += kPlainKana[kana];
+    }
+    return forms;
+}
+
+// The act as it is, then what a dictionary would have.
+std::vector<std::u16string> formsOf(std::u16string_view act) {
+    std::vector<std::u16string> forms{std::u16string(act)};
+    const auto ends = [act](std::u16string_view ending) { return act.ends_with(ending); };
+    if (const auto beside = std::ranges::find_if(kBesides, ends); beside != kBesides.end()) {
+        const auto more = formsOfStem(act.substr(0, act.size() - beside->size()));
+        forms.insert(forms.end(), more.begin(), more.end());
+        return forms;
+    }
+    const auto ending = std::ranges::find_if(kVerbEndings, ends, &VerbEnding::going);
+    if (ending != kVerbEndings.end()) {
+        const std::u16string_view stem = act.substr(0, act.size() - ending->going.size());
+        for (const std::u16string_view plain : ending->plain) {
+            forms.push_back(std::u16string(stem).append(plain));
+        }
+    }
+    return forms;
+}
+
 // Longer ones tell a story.
 constexpr std::size_t kLongestDirection = 200;
 
@@ -72,15 +129,16 @@ std::vector<ReadDirection> Directions::read(std::u16string_view direction, char1
 
 ReadDirection Directions::readOne(std::u16string_view direction, char16_t actor) const {
     const std::u16string_view act = withoutEnd(direction);
-    if (act.empty() || act.size() > CommandMeanings::kLongestMeant) {
-        return {std::u16string(direction)};
+    if (act.size() <= CommandMeanings::kLongestMeant && !isSubject(act)) {
+        for (const std::u16string& form : formsOf(act)) {
+            std::u16string text = form.empty() ? form : commandIn(form, actor);
+            bool isStudio = false;
+            if (!text.empty() && isTaken(text, actor, isStudio)) {
+                return {std::u16string(direction), std::move(text), isStudio ? u'\0' : actor};
+            }
+        }
     }
-    std::u16string text = commandIn(act, actor);
-    bool isStudio = false;
-    if (text.empty() || !isTaken(text, actor, isStudio)) {
-        text.clear();
-    }
-    return {std::u16string(direction), std::move(text), isStudio ? u'\0' : actor};
+    return {std::u16string(direction)};
 }
 
 std::u16string Directions::commandIn(std::u16string_view direction, char16_t actor) const {
