@@ -12,17 +12,13 @@ constexpr int kLines = 1000;
 constexpr double kMost = 1.2;
 
 std::uint64_t workOf(const std::u16string& script, bool listening) {
-    platform::MemoryPlatform memory;
-    memory.files[u"/host/keyword.ini"] = iniText(shippedWords());
-    IniFiles files(memory);
-    files.load();
-    const std::u16string description =
-        u"<staging>" + std::u16string(kTwoCharacters) + u"</staging>";
-    const ConversionRequest request{script, kNoLine, kNoLine, description};
+    ShippedProgramme shipped;
+    const ConversionRequest request{script, kNoLine, kNoLine, shipped.description};
     const std::uint64_t before = countedWork();
     DiagnosticCollector collector(request);
     const Listeners listeners{&collector};
-    ConversionRun run(files.words, files.settings, memory, listening ? &listeners : nullptr);
+    ConversionRun run(shipped.files.words, shipped.files.settings, shipped.memory,
+                      listening ? &listeners : nullptr);
     // What is said is written when the text is wanted.
     EXPECT_FALSE(run.convert(request).text().empty());
     EXPECT_TRUE(collector.take().empty());

@@ -9,14 +9,11 @@ namespace tvml::plays {
 namespace {
 
 std::uint64_t workOf(const std::u16string& text, std::optional<PlayFormat> format) {
-    platform::MemoryPlatform memory;
-    memory.files[u"/host/keyword.ini"] = iniText(shippedWords());
-    IniFiles files(memory);
-    files.load();
-    const std::u16string description =
-        u"<staging>" + std::u16string(kTwoCharacters) + u"</staging>";
+    ShippedProgramme shipped;
     const std::uint64_t before = countedWork();
-    importPlay({text, format, {}, true, description, files.words, files.settings}, memory);
+    importPlay(
+        {text, format, {}, true, shipped.description, shipped.files.words, shipped.files.settings},
+        shipped.memory);
     return countedWork() - before;
 }
 

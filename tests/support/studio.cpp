@@ -108,6 +108,12 @@ std::u16string tellingTemplates() {
     return elements;
 }
 
+ShippedProgramme::ShippedProgramme() : description(u"<staging>") {
+    memory.files[u"/host/keyword.ini"] = iniText(shippedWords());
+    files.load();
+    description.append(kTwoCharacters).append(u"</staging>");
+}
+
 Studio::Studio(std::u16string_view elements, Words words) {
     platform.files[u"/host/keyword.ini"] = iniText(words);
     description_.append(u"<staging>").append(elements).append(u"</staging>");

@@ -50,6 +50,14 @@ std::u16string tellingTemplates();
 // A title template with the fonts "TJ", "TE", "SJ", "SE".
 std::u16string titleElement(std::u16string_view text);
 
+// The shipped vocabulary as a process has loaded it, and the two characters.
+struct ShippedProgramme {
+    ShippedProgramme();
+    platform::MemoryPlatform memory;
+    IniFiles files{memory};
+    std::u16string description;
+};
+
 class Studio {
 public:
     explicit Studio(std::u16string_view elements = kTwoCharacters, Words words = shippedWords());
