@@ -30,8 +30,58 @@ void DocumentType::declareEntity(std::u16string_view name, bool isParameter,
     checkXml(text.size() <= kLongestEntity, u"an entity is too long");
     expansionsLeft_ = std::min(expansionsLeft_, kAddedUnits / (text.size() + 1));
     if (value.has_value()) {
-        (isParameter ? parameter_ : general_)
-            .try_emplace(std::u16string(name), XmlEntity{std::u16string(text)});
+        Entities& entities = isParameter ? parameter_ : general_;
+        const auto [declared, isNew] =
+            entities.try_emplace(std::u16string(name), XmlEntity{std::u16string(text)});
+        if (isNew) { // of several the first one counts
+            noteNesting(isParameter ? parameterNesting_ : generalNesting_, entities, *declared,
+                        isParameter ? u'%' : u'&');
+        }
+    }
+}
+
+// The library may expand a reference before it tells of it, each entity in another
+// one on the stack. So what could go too deep ends the parse where it is declared.
+// Entities that contain themselves reach every height, but open only once each:
+// few of them do no harm.
+void DocumentType::noteNesting(Nesting& nesting, const Entities& entities,
+                               Entities::value_type& declared, char16_t mark) {
+    XmlEntity& entity = declared.second;
+    std::vector<std::u16string_view> names;
+    forEachReference(entity.value, mark, [&](std::u16string_view name) { names.push_back(name); });
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    nesting.references += names.size();
+    checkXml(nesting.references <= kMostExpansions, u"the entities expand too far");
+    for (const std::u16string_view name : names) {
+        const auto inner = entities.find(name);
+        const std::size_t height = inner == entities.end() ? 0 : inner->second.height;
+        entity.height = std::max(entity.height, height + 1);
+        nesting.users[std::u16string(name)].push_back(&declared);
+    }
+    nesting.referring += names.empty() ? 0 : 1;
+    raiseUsers(nesting, declared);
+    checkXml(nesting.highest <= kHighestEntity || nesting.referring <= kHighestEntity,
+             u"the entities expand too far");
+}
+
+void DocumentType::raiseUsers(Nesting& nesting, Entities::value_type& declared) {
+    std::vector<Entities::value_type*> raised{&declared};
+    while (!raised.empty()) {
+        const Entities::value_type& inner = *raised.back();
+        raised.pop_back();
+        nesting.highest = std::max(nesting.highest, inner.second.height);
+        const auto users = nesting.users.find(inner.first);
+        if (users == nesting.users.end()) {
+            continue;
+        }
+        for (Entities::value_type* const user : users->second) {
+            if (user->second.height <= inner.second.height &&
+                user->second.height <= kHighestEntity) {
+                user->second.height = inner.second.height + 1;
+                raised.push_back(user);
+            }
+        }
     }
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "staging/xml_limits.h"
 
@@ -18,6 +19,7 @@ enum class TextContent : std::uint8_t { any, blanks, none };
 struct XmlEntity {
     std::u16string value;
     std::optional<std::size_t> weight{}; // expansions of a reference to it
+    std::size_t height = 0;              // entities that open inside each other in it
 };
 
 // All members throw XmlFault where a limit is reached.
@@ -47,6 +49,18 @@ private:
     enum class State : std::uint8_t { other, elementName, elementContent, attributes, notation };
     using Entities = std::map<std::u16string, XmlEntity, std::less<>>;
 
+    // Entities that refer to others, by the names of those.
+    using Users = std::map<std::u16string, std::vector<Entities::value_type*>, std::less<>>;
+    struct Nesting {
+        Users users;
+        std::size_t referring = 0;  // entities that hold references
+        std::size_t references = 0; // in all of them, to different ones
+        std::size_t highest = 0;
+    };
+
+    static void noteNesting(Nesting& nesting, const Entities& entities,
+                            Entities::value_type& declared, char16_t mark);
+    static void raiseUsers(Nesting& nesting, Entities::value_type& declared);
     void startDeclaration(std::u16string_view token);
     void addContent(std::u16string_view token);
     void countDeclaration();
@@ -60,6 +74,8 @@ private:
     std::map<std::u16string, TextContent, std::less<>> contents_;
     Entities general_;
     Entities parameter_;
+    Nesting generalNesting_;
+    Nesting parameterNesting_;
     std::size_t declarations_ = 0;
     std::size_t expansionsLeft_ = kMostExpansions;
 };

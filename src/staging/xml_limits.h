@@ -16,6 +16,7 @@ constexpr std::size_t kMostDeclarations = 1000; // of a document type
 constexpr std::size_t kLongestEntity = 65536;   // units
 constexpr std::size_t kMostExpansions = 50000;  // of entities
 constexpr std::size_t kMostOpenEntities = 50;   // inside each other, each takes some stack
+constexpr std::size_t kHighestEntity = 100;     // declared, whether used or not
 constexpr std::size_t kAddedUnits = 4'000'000;  // of text that entities and defaults add
 
 } // namespace tvml

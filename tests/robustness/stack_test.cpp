@@ -63,6 +63,14 @@ const Row kRows[] = {
          return u"<!DOCTYPE s [" + chain(n, u"", u"&", u"") + u"<!ATTLIST s a CDATA '&" + last(n) +
                 u"'>]><s/>";
      }},
+    {"entities declared before what is in them",
+     [](auto n) {
+         Text text;
+         for (std::size_t i = n; i > 0; --i) {
+             text += u"<!ENTITY a" + Text(i, u'x') + u" '&a" + Text(i - 1, u'x') + u";'>";
+         }
+         return u"<!DOCTYPE s [" + text + u"<!ENTITY a ' '>]><s a='&" + last(n) + u"'/>";
+     }},
     {"entities between declarations",
      [](auto n) {
          return u"<!DOCTYPE s [" + chain(n, u"% ", u"&#37;", u"") + u"%" + last(n) + u"]><s/>";
