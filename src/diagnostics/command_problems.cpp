@@ -265,6 +265,35 @@ void tellSeparator(ScriptChecks& checks, const CheckedLine& checked, std::u16str
              std::move(adverbs));
 }
 
+// "（声質、日本語男性）": a separator where a name's colon should be.
+bool tellCommaForColon(ScriptChecks& checks, const CheckedLine& checked) {
+    const RecognizedCommand& command = *checked.line.command();
+    const CommandSpec* const row = rowStarting(command.phrase);
+    const std::u16string_view head = headOf(command.inner, checks.words);
+    if (row == nullptr || !followsColon(row->arguments) ||
+        commandOwner(checks, head) == CommandOwner::none) {
+        return false;
+    }
+    const auto behind = static_cast<std::size_t>(head.data() - command.inner.data()) + head.size();
+    const std::u16string_view rest = trimScriptText(command.inner.substr(behind), checks.words);
+    if (!startsWithSeparator(rest, checks.words)) {
+        return false;
+    }
+    tellMissingColon(checks, checked, rest.substr(0, 1));
+    return true;
+}
+
+// What stands where letters should, or one letter where a shot takes two.
+void tellLetters(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view where) {
+    const char16_t letter = where.size() == 1 ? checks.words.letterOf(where.front()) : u'\0';
+    if (letter == 0 || letter > checks.lastCharacter) {
+        return tellPart(checks, checked, "S108", where, {where});
+    }
+    std::u16string pair(where);
+    pair.push_back(otherLetter(checks, where.front()));
+    checks.addAt("S146", checked, where, {where}).suggestions = {pair};
+}
+
 // One reason for which a command was not carried out. False for what says
 // nothing by itself.
 bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProblem& told) {
@@ -272,6 +301,9 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
     const std::u16string_view where = told.where;
     switch (told.what) {
     case adverbUnknown:
+        if (tellCommaForColon(checks, checked)) {
+            return true;
+        }
         checks.addAt("S102", checked, where, {where}).suggestions = suggestedAdverbs(checks, where);
         return true;
     case adverbMissing:
@@ -296,7 +328,7 @@ bool tellReason(ScriptChecks& checks, const CheckedLine& checked, const LineProb
         tellPart(checks, checked, "S107", where, {told.detail}, oneText(unitText(told.detail)));
         return true;
     case letterInvalid:
-        tellPart(checks, checked, "S108", where, {where});
+        tellLetters(checks, checked, where);
         return true;
     case letterReplaced: { // nothing is used instead: the line writes nothing
         std::optional<LinePlace> place = checked.line.placeOf(where);
@@ -558,7 +590,7 @@ void tellRefused(ScriptChecks& checks, const CheckedLine& checked) {
 // Findings that say more than what could have been meant.
 constexpr std::array kKeptCodes{Code("S105"), Code("S111"), Code("S113"), Code("S114"),
                                 Code("S115"), Code("S116"), Code("S129"), Code("S139"),
-                                Code("S140"), Code("S141"), Code("S144")};
+                                Code("S140"), Code("S141"), Code("S144"), Code("S146")};
 
 bool isOneOf(std::span<const Code> codes, Code code) {
     return std::find(codes.begin(), codes.end(), code) != codes.end();
@@ -573,7 +605,8 @@ void offerMeant(ScriptChecks& checks, const CheckedLine& checked, std::size_t be
     const bool kept =
         std::any_of(checks.found.begin() + static_cast<std::ptrdiff_t>(before), checks.found.end(),
                     [](const Diagnostic& found) { return isOneOf(kKeptCodes, found.code); });
-    if (told == 0 || onlyAdverb || kept) {
+    const bool adverbIsMeant = onlyAdverb && !checks.found[before].suggestions.empty();
+    if (told == 0 || adverbIsMeant || kept) {
         return;
     }
     const MeantCommand meant =
@@ -588,7 +621,7 @@ void offerMeant(ScriptChecks& checks, const CheckedLine& checked, std::size_t be
     const bool commandStays =
         meant.text.starts_with(head.substr(0, std::min<std::size_t>(2, head.size())));
     const bool isWhom = meant.nobodyNamed && checks.found[before].code == Code("S112");
-    const bool keepsText = isWhom || isOneOf(kOwnText, checks.found[before].code) ||
+    const bool keepsText = isWhom || onlyAdverb || isOneOf(kOwnText, checks.found[before].code) ||
                            (isOneOf(kOfList, checks.found[before].code) && commandStays);
     const Code code = meant.adverbFirst ? Code("S145") : Code("S101");
     Diagnostic first = checks.found[before];

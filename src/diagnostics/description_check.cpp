@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "diagnostics/description_elements.h"
+#include "diagnostics/meant_words.h"
 #include "diagnostics/suggestions.h"
 #include "diagnostics/xml_cause.h"
 #include "reading/command_recognition.h"
@@ -66,6 +67,7 @@ public:
         tellLog();
         if (!broken_) {
             tellWideTag();
+            tellStrayText(endOfStaging());
             checkReach();
         }
         if (cut_) {
@@ -134,6 +136,29 @@ private:
         return {};
     }
 
+    // Words in front of a tag, outside all elements: nobody reads them.
+    void tellStrayText(std::u16string_view tag) {
+        if (tag.empty()) {
+            return;
+        }
+        const std::u16string_view text = checks_.source.text();
+        const std::u16string_view before =
+            text.substr(0, static_cast<std::size_t>(tag.data() - text.data()));
+        const std::size_t last = before.find_last_not_of(u" \t\r\n");
+        if (last == kNone || before[last] == u'>' || before[last] == u'＞' ||
+            before[last] == u';') {
+            return; // behind an entity there is what it stands for
+        }
+        const std::size_t start = before.find_last_of(u">\n", last) + 1;
+        checks_.add("D352", trimScriptText(before.substr(start, last + 1 - start), words()));
+    }
+
+    std::u16string_view endOfStaging() const {
+        const std::u16string_view text = checks_.source.text();
+        const std::size_t end = text.rfind(u"</staging");
+        return end == kNone ? std::u16string_view{} : text.substr(end, 1);
+    }
+
     void visit(const XMLParser& xml) {
         const std::u16string_view name = xml.elementName();
         ++elements_;
@@ -187,6 +212,7 @@ private:
         element.meaning = meaningOf(name);
         element.tag = tagOf(xml.elementNumber());
         element.body = bodyOf(element);
+        tellStrayText(element.tag);
         if (element.meaning.kind == ElementKind::unknown) {
             ignore(name); // the reader's log tells about it
             return;
@@ -338,6 +364,9 @@ private:
         if (kanji != kNone && kanji > 0) {
             return {std::u16string(1, static_cast<char16_t>(u'0' + kanji))};
         }
+        if (std::u16string number = meantNumber(text); !number.empty()) { // "three"
+            return {std::move(number)};
+        }
         meant = meant.substr(0, digits);
         return meant.empty() || meant.size() > 2 ? std::vector<std::u16string>{}
                                                  : std::vector{meant};
@@ -413,6 +442,8 @@ private:
         const Recognition recognition = recognizeCommand(phrase, words(), {}, commands_);
         if (recognition.row != nullptr && phrase != element.attribute(u"englishname")) {
             checks_.add("D331", name, {name, checks_.text(Message::name_command)});
+        } else if (recognition.row != nullptr && recognition.row->taker == Taker::staging) {
+            checks_.add("D353", name, {name});
         }
     }
 
@@ -506,7 +537,7 @@ private:
             checks_.add("D308", tag);
             return;
         case setLineSkipped:
-            checks_.add("D310", behind(tag, name), {name});
+            checks_.add("D310", behind(tag, name), {name}).suggestions = setLineMeantBy(name);
             return;
         case setNameTaken:
             checks_.add("D311", repeatedIn(tag, name), {name});
@@ -529,6 +560,26 @@ private:
         case sharedTalkNotRegistered:
             return;
         }
+    }
+
+    // The three parts of a line with other signs between them.
+    static std::vector<std::u16string> setLineMeantBy(std::u16string_view line) {
+        for (const char16_t sign : std::u16string_view(u":：,，、|｜\t;；")) {
+            std::vector<std::u16string_view> parts;
+            for (std::size_t at = 0; at <= line.size();) {
+                const std::size_t end = std::min(line.find(sign, at), line.size());
+                if (end > at) { // a sign may stand twice
+                    parts.push_back(line.substr(at, end - at));
+                }
+                at = end + 1;
+            }
+            if (parts.size() == 3) {
+                return {
+                    std::u16string(parts[0]).append(u"::").append(parts[1]).append(u"::").append(
+                        parts[2])};
+            }
+        }
+        return {};
     }
 
     void tellNoText(std::u16string_view tag, std::u16string_view name) {
@@ -587,7 +638,7 @@ private:
         const std::u16string count = decimalText(static_cast<std::int32_t>(elements_));
         checks_
             .add("D318", isKnown ? cause.where : checks_.source.text().substr(entry.tag.offset, 1),
-                 {isKnown ? causeText(cause) : std::u16string(entry.element), count})
+                 {isKnown ? causeText(cause) : parserText(entry.element), count})
             .suggestions = meantBy(cause);
     }
 
@@ -606,6 +657,37 @@ private:
         std::erase_if(checks_.found, [&](const Diagnostic& found) {
             return std::pair(found.line, found.column) > std::pair(from.line, from.start);
         });
+    }
+
+    // What the XML reading says, in the language of the findings. Rare errors stay
+    // as they are worded there.
+    std::u16string parserText(std::u16string_view told) const {
+        struct Row {
+            std::u16string_view before; // what the message begins with, up to its name
+            Message text;
+        };
+        constexpr std::array kRows{
+            Row{u"entity '", Message::xml_entityUnknown},
+            Row{u"an attribute is already", Message::xml_attributeTwice},
+            Row{u"attribute '", Message::xml_attributeTwice},
+            Row{u"prefix '", Message::xml_prefixUnknown},
+            Row{u"invalid character reference", Message::xml_characterReference},
+            Row{u"unterminated CDATA section", Message::xml_cdataEnd},
+            Row{u"recursive entity expansion", Message::xml_entitiesTooMany},
+            Row{u"the entities expand too far", Message::xml_entitiesTooMany},
+            Row{u"comment or processing instruction expected", Message::xml_behindRoot},
+            Row{u"the elements are nested too deeply", Message::xml_tooDeep},
+            Row{u"unexpected end of input", Message::xml_endsEarly},
+        };
+        for (const Row& row : kRows) {
+            if (told.starts_with(row.before)) {
+                const std::size_t quote = std::min(told.find(u'\''), told.size() - 1) + 1;
+                const std::u16string_view name =
+                    told.substr(quote, told.find(u'\'', quote) - quote);
+                return formatted(row.text, checks_.language, {name});
+            }
+        }
+        return formatted(Message::xml_other, checks_.language, {told});
     }
 
     std::u16string causeText(const XmlCause& cause) const {

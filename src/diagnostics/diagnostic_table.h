@@ -129,6 +129,7 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"S143", Severity::warning, ExampleKind::script, u"Ａ：あ𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟𠮟。\n"},
     DiagnosticRow{"S144", Severity::error, ExampleKind::script, u"Ａ：（お辞儀）（うん）\n"},
     DiagnosticRow{"S145", Severity::error, ExampleKind::script, u"Ａ：（速く、お辞儀）\n"},
+    DiagnosticRow{"S146", Severity::error, ExampleKind::script, u"（twoshot of A）\n"},
     DiagnosticRow{"S150", Severity::warning, ExampleKind::script, u"Ａ：お辞儀、遅く\n"},
     DiagnosticRow{"S151", Severity::note, ExampleKind::script, u"※ここは早めに\n"},
     DiagnosticRow{"S152", Severity::note, ExampleKind::script, u"第一場　スタジオ\n"},
@@ -153,6 +154,7 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"S171", Severity::warning, ExampleKind::script, u"・Ａ：こんにちは。\n"},
     DiagnosticRow{"S172", Severity::warning, ExampleKind::media, u"サブイメージ：mapp.png\n"},
     DiagnosticRow{"S173", Severity::note, ExampleKind::script, u"Ａ：こんばんは。おけ\u3099んきて\u3099すか。\n"},
+    DiagnosticRow{"S174", Severity::note, ExampleKind::script, u"Ａ：港町《みなとまち》の朝です。\n"},
 
     // ---- V: the vocabulary
     DiagnosticRow{"V201", Severity::error, ExampleKind::vocabulary, u";title=タイトル\n"},
@@ -218,6 +220,8 @@ inline constexpr std::array kDiagnosticRows{
     DiagnosticRow{"D349", Severity::error, ExampleKind::description, u"<staging>\n<leftsuper>\ndrawing: settext( name=LEFT, text=\"$1<b>!</b>\" )\n</leftsuper>\n</staging>\n"},
     DiagnosticRow{"D350", Severity::warning, ExampleKind::description, u"<staging>\n<tag japanesename=\"Ｂ\" englishname=\"bee\">\nsuper: on( text=\"$1\" )\n</tag>\n</staging>\n"},
     DiagnosticRow{"D351", Severity::warning, ExampleKind::description, u"<staging>\n<bow>\ncharacter: bow( name=$1,, speed=$2 )\n</bow>\n</staging>\n"},
+    DiagnosticRow{"D352", Severity::warning, ExampleKind::description, u"<staging>\nsalute\n<numofchar>2</numofchar>\n</staging>\n"},
+    DiagnosticRow{"D353", Severity::note, ExampleKind::description, u"<staging>\n<pose japanesename=\"夜\" englishname=\"night\">\ncharacter: gesture( name=$1 )\n</pose>\n</staging>\n"},
 
     // ---- F: files and calls
     DiagnosticRow{"F401", Severity::error, ExampleKind::noVocabulary, u"[KEYWORDS]\ntitle=タイトル\n"},

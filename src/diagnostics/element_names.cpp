@@ -122,6 +122,11 @@ std::vector<std::u16string> suggestedElements(std::u16string_view name) {
     if (name.size() > ClosestNames::kLongestGiven) {
         return {};
     }
+    for (const std::u16string& element : elementNames()) {
+        if (wordKey(element) == wordKey(name)) { // in capitals, or in two words
+            return {element};
+        }
+    }
     const MeaningIndex& table = MeaningIndex::instance();
     const std::u16string key = elementKey(name);
     std::vector<std::u16string> found;

@@ -1,4 +1,4 @@
-// Entries: layoutNeedsCheck, checkLayout, checkContent, checkTagValue.
+// Entries: layoutNeedsCheck, checkSpeaker, checkLayout, checkContent, checkTagValue.
 //
 // Nearly any text can be spoken, so most of this is told as a note; a warning
 // stands where something is lost or certainly spoken by mistake.
@@ -142,6 +142,13 @@ bool isSceneWord(std::u16string_view line) {
            (scene != kNone && line.size() < 24 && kSentenceEnds.find(line.back()) == kNone);
 }
 
+// "[A enters]", "［拍手］": nothing but words in square brackets.
+bool isDirection(std::u16string_view line) {
+    const bool isSquare = (line.front() == u'[' && line.back() == u']') ||
+                          (line.front() == u'［' && line.back() == u'］');
+    return isSquare && line.size() > 3 && line.find_first_of(u"]］") == line.size() - 1;
+}
+
 LineSign signOf(std::u16string_view line) {
     const char16_t first = line.front();
     const bool isRuler =
@@ -151,7 +158,7 @@ LineSign signOf(std::u16string_view line) {
     }
     if (first == u'※' || first == u';' || first == u'；' || line.starts_with(u"//") ||
         line.starts_with(u"／／") || first == u'#' || first == u'＃' || line.starts_with(u"/*") ||
-        line.starts_with(u"<!--")) {
+        line.starts_with(u"<!--") || isDirection(line)) {
         return LineSign::comment;
     }
     const bool isCircled = (first == u'○' || first == u'〇' || first == u'◯' || first == u'●' ||
@@ -210,7 +217,14 @@ std::u16string_view headBeforeColon(const ScriptChecks& checks, std::u16string_v
 // "ＡＢ：", "A/B:", "ＡとＢ：".
 bool namesSeveral(const ScriptChecks& checks, std::u16string_view head) {
     std::size_t letters = 0;
-    for (const char16_t unit : head) {
+    constexpr std::u16string_view kAnd = u" and ";
+    const std::size_t both = head.find(kAnd);
+    for (std::size_t i = 0; i < head.size(); ++i) {
+        if (i == both) {
+            i += kAnd.size() - 1;
+            continue;
+        }
+        const char16_t unit = head[i];
         const char16_t letter = checks.words.letterOf(unit);
         const bool isLetter = letter != 0 && letter <= checks.lastCharacter && !isLower(unit);
         letters += isLetter ? 1 : 0;
@@ -279,6 +293,52 @@ bool tellLetterAtStart(ScriptChecks& checks, const CheckedLine& checked, std::u1
     return true;
 }
 
+// "A. Good evening.", "A - Good evening.", "A) Good evening.": a capital letter
+// and a sign that other scripts have behind a speaker. Initials and sentences that
+// go on have other units behind the sign.
+bool tellSignedSpeaker(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view line) {
+    const char16_t letter = line.front();
+    if (!isUpper(letter) || letter > checks.lastCharacter || line.size() < 5) {
+        return false;
+    }
+    std::size_t at = line[1] == u' ' ? 2 : 1;
+    const bool isDash = line[at] == u'-' || line[at] == u'–' || line[at] == u'—';
+    if (at == 2 ? !isDash : line[at] != u'.' && line[at] != u')') {
+        return false;
+    }
+    ++at;
+    const bool begins = at + 2 < line.size() && line[at] == u' ' &&
+                        (isUpper(line[at + 1]) || line[at + 1] == u'"') && line[at + 2] != u'.';
+    if (!begins) {
+        return false;
+    }
+    Diagnostic& told = checks.addAt("S119", checked, line.substr(0, at), {line.substr(0, 1), u"A"});
+    told.severity = Severity::note;
+    told.suggestions = {speakerText(letter, line)};
+    return true;
+}
+
+// "A (happy): Hello.": a direction between the letter and the colon.
+bool tellDirectedSpeaker(ScriptChecks& checks, const CheckedLine& checked,
+                         std::u16string_view line) {
+    const char16_t letter = checks.words.letterOf(line.front());
+    const std::size_t open = line.size() > 2 && line[1] == u' ' ? 2 : 1;
+    if (letter == 0 || letter > checks.lastCharacter || line.size() < 5 ||
+        !isOpening(line[open], checks.words)) {
+        return false;
+    }
+    std::size_t close = open;
+    while (close < line.size() && !isClosing(line[close], checks.words)) {
+        ++close;
+    }
+    if (close + 1 >= line.size() || !isColon(line[close + 1], checks.words)) {
+        return false;
+    }
+    checks.addAt("S119", checked, line.substr(0, close + 2), {line.substr(0, 1), u"A"})
+        .suggestions = {speakerText(letter, line)};
+    return true;
+}
+
 bool isPlayName(std::u16string_view text) {
     return text.size() >= 2 && text.size() <= kLongestName &&
            std::all_of(text.begin(), text.end(), isKanaOrKanji);
@@ -307,6 +367,10 @@ bool isPlayLine(std::u16string_view line, std::size_t& units) {
         ++upper;
     }
     units = upper + 1;
+    if (upper == line.size() && upper >= 3 && upper <= 20) {
+        units = upper; // a name on a line of its own, above the speech
+        return true;
+    }
     return upper >= 3 && upper <= 20 && upper + 2 < line.size() && line[upper] == u'.' &&
            line[upper + 1] == u' ';
 }
@@ -503,7 +567,7 @@ struct SignPair {
     char16_t open;
     char16_t close;
 };
-constexpr std::array<SignPair, 16> kOtherSigns{{
+constexpr std::array<SignPair, 18> kOtherSigns{{
     {u'【', u'】'},
     {u'［', u'］'},
     {u'〔', u'〕'},
@@ -517,7 +581,9 @@ constexpr std::array<SignPair, 16> kOtherSigns{{
     {u'{', u'}'},
     {u'<', u'>'},
     {u'“', u'”'},
+    {u'｢', u'｣'},
     {u'*', u'*'},
+    {u'＊', u'＊'},
     {u'_', u'_'},
     {u'"', u'"'},
 }};
@@ -572,6 +638,37 @@ bool tellBareCaption(ScriptChecks& checks, const CheckedLine& checked,
         }
     }
     return false;
+}
+
+// "こんにちは。同時": a blocking word behind a sentence.
+bool tellBareBlocking(ScriptChecks& checks, const CheckedLine& checked,
+                      std::u16string_view content) {
+    constexpr std::size_t kLongestWord = 16;
+    const std::size_t reach = content.size() - std::min(content.size(), kLongestWord);
+    const std::size_t end = content.find_last_of(u"。．.！!？?");
+    if (end == kNone || end < reach || end + 1 == content.size()) {
+        return false;
+    }
+    const std::u16string_view word = trimScriptText(content.substr(end + 1), checks.words);
+    if (!isBlocking(checks, word)) {
+        return false;
+    }
+    checks.addAt("S159", checked, word, {word}).suggestions = {bracketed(word)};
+    return true;
+}
+
+// "漢字《かんじ》": how a word is read, as books and radio scripts have it.
+bool tellReading(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view content) {
+    const std::size_t open = findUnit(content, u'《');
+    const std::size_t close = open == kNone ? kNone : content.find(u'》', open);
+    if (close == kNone || open == 0 || close == open + 1 || isHiragana(content[open - 1]) ||
+        !std::all_of(content.begin() + static_cast<std::ptrdiff_t>(open + 1),
+                     content.begin() + static_cast<std::ptrdiff_t>(close), isKanaOrKanji)) {
+        return false;
+    }
+    checks.addOnce("S174", checked, content.substr(open, close + 1 - open),
+                   {content.substr(open, close + 1 - open)});
+    return true;
 }
 
 // "（お辞儀", "お辞儀）", "（お辞儀］" and "（お辞儀）。".
@@ -799,6 +896,12 @@ bool layoutNeedsCheck(const ScriptChecks& checks, const ScriptLine& line) {
                      (!ends && !closes && holdsBareCaption(checks, content));
 }
 
+bool checkSpeaker(ScriptChecks& checks, const CheckedLine& checked) {
+    const std::u16string_view line = checked.line.trimmed;
+    return !line.empty() &&
+           (tellDirectedSpeaker(checks, checked, line) || tellSignedSpeaker(checks, checked, line));
+}
+
 bool checkLayout(ScriptChecks& checks, const CheckedLine& checked) {
     const std::u16string_view line = checked.line.trimmed;
     if (line.empty()) {
@@ -827,6 +930,7 @@ bool checkContent(ScriptChecks& checks, const CheckedLine& checked) {
            tellOtherSigns(checks, checked, content) ||
            tellMisplacedGroup(checks, checked, content) ||
            tellEndGroups(checks, checked, content) || tellBareCaption(checks, checked, content) ||
+           tellBareBlocking(checks, checked, content) || tellReading(checks, checked, content) ||
            tellHalfBracketed(checks, checked, content);
 }
 

@@ -11,6 +11,10 @@ namespace tvml {
 // cannot have anything to say.
 bool layoutNeedsCheck(const ScriptChecks& checks, const ScriptLine& line);
 
+// A letter with more than its colon behind it, as other scripts have. True when it
+// is told.
+bool checkSpeaker(ScriptChecks& checks, const CheckedLine& checked);
+
 // A line without a speaker. True when something is told.
 bool checkLayout(ScriptChecks& checks, const CheckedLine& checked);
 

@@ -36,7 +36,7 @@ struct MeaningRow {
 namespace detail {
 
 // clang-format off
-constexpr std::array<MeaningRow, 2878> meaningRows() {
+constexpr std::array<MeaningRow, 2895> meaningRows() {
     using enum Sense;
     return {{
         // Expressions
@@ -179,6 +179,7 @@ constexpr std::array<MeaningRow, 2878> meaningRows() {
         {command, u"komatta", u"ashamed"},
         {command, u"komatta", u"worried"},
         {command, u"komatta", u"trouble"},
+        {command, u"komatta", u"困った顔"},
         {command, u"hatena", u"疑問"},
         {command, u"hatena", u"首をかしげる"},
         {command, u"hatena", u"首を傾げる"},
@@ -355,6 +356,9 @@ constexpr std::array<MeaningRow, 2878> meaningRows() {
         {command, u"no", u"shakes head"},
         {command, u"no", u"shake his head"},
         {command, u"no", u"shake her head"},
+        {command, u"no", u"shakes her head"},
+        {command, u"no", u"shakes his head"},
+        {command, u"no", u"shaking head"},
         {command, u"well", u"考える"},
         {command, u"well", u"かんがえる"},
         {command, u"well", u"考え込む"},
@@ -517,6 +521,10 @@ constexpr std::array<MeaningRow, 2878> meaningRows() {
         {command, u"look right", u"pan right"},
         {command, u"look right", u"look rightward"},
         {command, u"look right", u"look to right"},
+        {command, u"look right", u"右みる"},
+        {command, u"look right", u"みぎみる"},
+        {command, u"look right", u"right look"},
+        {command, u"look right", u"look rightwards"},
         {command, u"look left", u"ひだりをみる"},
         {command, u"look left", u"左を向く"},
         {command, u"look left", u"左向き"},
@@ -536,6 +544,9 @@ constexpr std::array<MeaningRow, 2878> meaningRows() {
         {command, u"look left", u"pan left"},
         {command, u"look left", u"look leftward"},
         {command, u"look left", u"look to left"},
+        {command, u"look left", u"左みる"},
+        {command, u"look left", u"ひだりみる"},
+        {command, u"look left", u"left look"},
         {command, u"look up", u"うえをみる"},
         {command, u"look up", u"上を向く"},
         {command, u"look up", u"上向き"},
@@ -1622,6 +1633,8 @@ constexpr std::array<MeaningRow, 2878> meaningRows() {
         {command, u"soundfile", u"play sound file"},
         {command, u"soundfile", u"recording"},
         {command, u"soundfile", u"wav file"},
+        {command, u"soundfile", u"sound"},
+        {command, u"soundfile", u"voice sound"},
         {command, u"voicetype", u"せいしつ"},
         {command, u"voicetype", u"声の種類"},
         {command, u"voicetype", u"声"},
@@ -2250,6 +2263,8 @@ constexpr std::array<MeaningRow, 2878> meaningRows() {
         {adverb, u"no blocking", u"meanwhile"},
         {adverb, u"no blocking", u"no block"},
         {adverb, u"no blocking", u"noblocking"},
+        {adverb, u"no blocking", u"async"},
+        {adverb, u"no blocking", u"do not wait"},
         {adverb, u"blocking", u"じゅんじ"},
         {adverb, u"blocking", u"順番"},
         {adverb, u"blocking", u"順番に"},
@@ -2330,6 +2345,7 @@ constexpr std::array<MeaningRow, 2878> meaningRows() {
         {marker, u"leftsuper", u"left telop"},
         {marker, u"leftsuper", u"left caption"},
         {marker, u"leftsuper", u"left text"},
+        {marker, u"leftsuper", u"superleft"},
         {marker, u"rightsuper", u"みぎがわすーぱー"},
         {marker, u"rightsuper", u"右スーパー"},
         {marker, u"rightsuper", u"右テロップ"},
@@ -2341,6 +2357,7 @@ constexpr std::array<MeaningRow, 2878> meaningRows() {
         {marker, u"rightsuper", u"right telop"},
         {marker, u"rightsuper", u"right caption"},
         {marker, u"rightsuper", u"right text"},
+        {marker, u"rightsuper", u"superright"},
         {marker, u"mainimage", u"めいんいめーじ"},
         {marker, u"mainimage", u"メイン画像"},
         {marker, u"mainimage", u"主画像"},

@@ -44,28 +44,33 @@ constexpr bool closingsAreKnown() {
 }
 static_assert(closingsAreKnown());
 
-// Whether `text` holds one of the two units. All speech comes through here: the
+// Whether `text` holds one of the three units. All speech comes through here: the
 // text is seen to its end, eight units a step and the last ones again.
-bool holdsEither(std::u16string_view text, char16_t a, char16_t b) {
+bool holdsAny(std::u16string_view text, char16_t a, char16_t b, char16_t c) {
     using Units = std::uint16_t __attribute__((vector_size(16)));
     constexpr std::size_t kUnits = sizeof(Units) / sizeof(char16_t);
     if (text.size() < kUnits) {
         return std::any_of(text.begin(), text.end(),
-                           [=](char16_t unit) { return unit == a || unit == b; });
+                           [=](char16_t unit) { return unit == a || unit == b || unit == c; });
     }
     const Units first = Units{} + static_cast<std::uint16_t>(a);
     const Units second = Units{} + static_cast<std::uint16_t>(b);
+    const Units third = Units{} + static_cast<std::uint16_t>(c);
     const char16_t* const last = text.data() + text.size() - kUnits;
     Units units;
     std::memcpy(&units, last, sizeof units);
-    auto found = (units == first) | (units == second);
+    auto found = (units == first) | (units == second) | (units == third);
     for (const char16_t* at = text.data(); at < last; at += kUnits) {
         std::memcpy(&units, at, sizeof units);
-        found |= (units == first) | (units == second);
+        found |= (units == first) | (units == second) | (units == third);
     }
     std::array<std::uint64_t, 2> halves;
     std::memcpy(halves.data(), &found, sizeof halves);
     return (halves[0] | halves[1]) != 0;
+}
+
+bool holdsEither(std::u16string_view text, char16_t a, char16_t b) {
+    return holdsAny(text, a, b, b);
 }
 
 char16_t firstUnitOr(const Word& word, char16_t fallback) {
@@ -118,14 +123,19 @@ bool continuesSentence(std::u16string_view rest, const KeywordTable& words, bool
     return (goesOn && isWord) || isListed || (isNumber && !isBlank);
 }
 
+// "タイトル「夕方のニュース」": a play's layout around a marker.
+bool isQuoted(std::u16string_view rest) {
+    return rest.size() > 2 && rest.front() == u'「' && rest.find(u'」') == rest.size() - 1;
+}
+
 // "title Evening news": a marker or a declared tag whose colon is missing.
 std::u16string_view uncolonedTag(const ScriptChecks& checks, std::u16string_view line) {
     for (std::size_t i = 0; i < kMarkerCount; ++i) {
         if (const MarkerSpelling* marker =
                 markerSpelling(static_cast<Marker>(i), line, checks.words)) {
             const std::u16string_view rest = dropUnits(line, marker->units);
-            const bool slip =
-                isSlipForColon(rest, checks.words) && !continuesSentence(rest, checks.words);
+            const bool slip = isQuoted(rest) || (isSlipForColon(rest, checks.words) &&
+                                                 !continuesSentence(rest, checks.words));
             return line.substr(0, slip ? marker->units : 0);
         }
     }
@@ -140,6 +150,30 @@ std::u16string_view uncolonedTag(const ScriptChecks& checks, std::u16string_view
     checks.staging.tags.tagNames.visitStarting(line, look) ||
         checks.staging.tags.tagTexts.visitStarting(line, look);
     return found;
+}
+
+// The tag with a colon in place of what was typed for one. A tag with nothing
+// behind it lacks more than that.
+void tellUncolonedTag(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view line,
+                      std::u16string_view tag) {
+    const std::u16string_view rest = line.substr(tag.size());
+    std::size_t slip = 0;
+    while (slip < rest.size() && (checks.words.isBlank(rest[slip]) ||
+                                  (kNotColons.find(rest[slip]) != kNone && rest[slip] != u'…'))) {
+        ++slip;
+    }
+    if (slip == rest.size()) {
+        checks.addAt("S117", checked, tag, {tag});
+        return;
+    }
+    std::u16string meant(tag);
+    const bool isEnglish = looksEnglish(tag);
+    meant.append(isEnglish ? u": " : u"：");
+    if (isQuoted(rest)) {
+        meant.append(rest.substr(1, rest.size() - 2));
+        slip = rest.size();
+    }
+    checks.addAt("S117", checked, line.substr(0, tag.size() + slip), {tag}).suggestions = {meant};
 }
 
 // "B hello": a letter of the programme without its colon. "A" and "I" alone are
@@ -190,6 +224,15 @@ ClosestNames closestTags(const ScriptChecks& checks, std::u16string_view head) {
     return closest;
 }
 
+// "1：" and "林：" name somebody, "10:30" is a time.
+bool isOneSignName(std::u16string_view head, std::u16string_view rest) {
+    const std::u16string folded = foldedText(head.substr(0, 1));
+    const bool isDigit = !folded.empty() && folded.front() >= u'0' && folded.front() <= u'9';
+    const bool isKanji = !head.empty() && head.front() >= 0x3400 && head.front() <= 0x9FFF;
+    return head.size() == 1 && !rest.empty() && rest.front() > u'9' &&
+           (isKanji || (isDigit && foldedText(rest.substr(0, 1)).front() > u'9'));
+}
+
 bool isName(std::u16string_view head) {
     return head.size() >= 2 && head.size() <= kLongestName &&
            std::all_of(head.begin(), head.end(), [](char16_t unit) {
@@ -211,7 +254,8 @@ bool tellHead(ScriptChecks& checks, const CheckedLine& checked, std::u16string_v
     ClosestNames closest = closestTags(checks, head);
     const std::size_t limit = head.size() < 6 ? 1 : head.size() < 10 ? 2 : 3;
     const bool isNear = closest.distance() <= limit && head.size() > 2;
-    if (!isNear && !isName(head) && meant.empty()) {
+    const std::u16string_view rest = trimScriptText(line.substr(colon + 1), checks.words);
+    if (!isNear && !isName(head) && !isOneSignName(head, rest) && meant.empty()) {
         return false;
     }
     std::vector<std::u16string> tags = meant;
@@ -247,7 +291,10 @@ bool tellMissingSpeaker(ScriptChecks& checks, const CheckedLine& checked) {
     const std::u16string_view line = checked.line.trimmed;
     const std::u16string_view tag = uncolonedTag(checks, line);
     if (!tag.empty()) {
-        checks.addAt("S117", checked, tag, {tag});
+        tellUncolonedTag(checks, checked, line, tag);
+        return true;
+    }
+    if (checkSpeaker(checks, checked)) {
         return true;
     }
     if (isUncolonedSpeaker(checks, line)) {
@@ -291,23 +338,25 @@ BracketScan scanBrackets(std::u16string_view text, const KeywordTable& words) {
     return scan;
 }
 
-// Brackets that do not balance, or that stand at the start of the speech. A
-// group at the end is a caption unless the run says otherwise.
+// Brackets that do not balance, or that stand at the start of the speech, and
+// readings of words. A group at the end is a caption unless the run says otherwise.
 bool bracketsNeedCheck(const KeywordTable& words, const ScriptLine& line) {
     const Word& opening = words[u"kakko"];
-    if (!holdsEither(line.text, u'(', firstUnitOr(opening, u'('))) {
+    if (!holdsAny(line.text, u'(', firstUnitOr(opening, u'('), u'《')) {
         return false;
     }
     const Word& closing = words[u"toji_kakko"];
     const char16_t open = firstUnitOr(opening, u'(');
     const char16_t close = firstUnitOr(closing, u')');
     int unclosed = 0;
+    int readings = 0;
     for (const char16_t unit : line.text) { // without branches
+        readings += int{unit == u'《'};
         unclosed += int{unit == u'('} | int{unit == open};
         unclosed -= int{unit == u')'} | int{unit == close};
     }
-    return unclosed > 0 || opening.size() > 1 || closing.size() > 1 || line.content.empty() ||
-           isOpening(line.content.front(), words);
+    return unclosed > 0 || readings > 0 || opening.size() > 1 || closing.size() > 1 ||
+           line.content.empty() || isOpening(line.content.front(), words);
 }
 
 // A command that would do something on a line of its own, with this speaker or
@@ -380,9 +429,26 @@ bool isEmoticon(std::u16string_view line, std::u16string_view bracket) {
 
 void tellUnclosed(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view content,
                   const BracketScan& scan) {
-    if (!isEmoticon(checked.line.text, content.substr(scan.unclosed))) {
-        checks.addAt("S124", checked, content.substr(scan.unclosed, 1));
+    const std::u16string_view group = content.substr(scan.unclosed);
+    if (isEmoticon(checked.line.text, group)) {
+        return;
     }
+    const std::u16string_view inner = group.substr(1);
+    const std::u16string_view word = checks.words[u"caption"].textOrEmpty();
+    const bool isCaption = (!word.empty() && inner.starts_with(word)) ||
+                           inner.starts_with(u"caption") ||
+                           findAdverb(trimScriptText(inner, checks.words), checks.words) != nullptr;
+    if (isCaption) { // it ends the line, so its end is known
+        checks.addAt("S124", checked, group).suggestions = {bracketed(checks.words, inner)};
+    } else {
+        checks.addAt("S124", checked, group.substr(0, 1));
+    }
+}
+
+// An adverb that says how something is done, and not whether the script waits.
+bool isAction(std::u16string_view group, const KeywordTable& words) {
+    const AdverbRow* const row = findAdverb(group, words);
+    return row != nullptr && row->field != &AdverbValues::blocking;
 }
 
 // A group in round brackets at the start or the end of the speech.
@@ -404,7 +470,7 @@ void tellGroups(ScriptChecks& checks, const CheckedLine& checked, std::u16string
     const std::u16string_view whole = content.substr(scan.lastGroupStart);
     const std::u16string_view group =
         trimScriptText(whole.substr(1, whole.size() - 2), checks.words);
-    if (isCommandText(checks, checked, group)) {
+    if (isCommandText(checks, checked, group) || isAction(group, checks.words)) {
         checks.addAt("S126", checked, whole, {whole});
         return;
     }
@@ -426,7 +492,8 @@ bool mayHoldTag(const ScriptChecks& checks, const ScriptLine& line) {
 bool tellSpokenTag(ScriptChecks& checks, const CheckedLine& checked, std::u16string_view content) {
     const std::u16string_view tag = tagName(checks, content);
     if (!tag.empty()) {
-        checks.addAt("S142", checked, tag, {tag});
+        checks.addAt("S142", checked, checked.line.trimmed, {tag}).suggestions = {
+            std::u16string(content)};
     }
     return !tag.empty();
 }

@@ -211,14 +211,15 @@ std::u16string_view placeholderFor(const TvmlCommand& pattern, std::u16string_vi
     return {};
 }
 
-// Two placeholders of one command in each other's places.
+// Two placeholders of one command in each other's places. The parameter of the
+// other may have a name of the designer's own.
 bool isExchanged(const TvmlCommand& pattern, const TvmlCommand& command, const TvmlParameter& one) {
     const std::u16string_view right = placeholderFor(pattern, one.name);
     return !right.empty() && right != one.value &&
            std::any_of(command.parameters.begin(), command.parameters.end(),
                        [&](const TvmlParameter& other) {
-                           return other.value == right &&
-                                  placeholderFor(pattern, other.name) == one.value;
+                           const std::u16string_view own = placeholderFor(pattern, other.name);
+                           return other.value == right && (own == one.value || own.empty());
                        });
 }
 

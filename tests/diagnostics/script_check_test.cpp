@@ -84,8 +84,18 @@ TEST(ScriptCheck, TalkAndTags) {
         {u"Ａ：（うん）はい（字幕：はい）\n", "1:3 S126 [（うん）]", ""},
         {u"タイトル：a\nタイトル：b\nサブタイトル：c\n", "1:1 S134 [タイトル：a]", ""},
         {u"サブタイトル：a\nタイトル：b\n", "", ""},
-        {u"B: flash : fire\n", "1:4 S142 [flash]", ""},
-        {u"Ａ ：タイトル：夕方のニュース\n", "1:4 S142 [タイトル]", ""},
+        {u"B: flash : fire\n", "1:1 S142 [B: flash : fire]", "flash : fire"},
+        {u"title = News\n", "1:1 S117 [title = ]", "title: "},
+        {u"(twoshot of A)\n", "1:13 S146 [A]", "AB"},
+        {u"A. Good evening.\n", "1:1 S119 [A.]", "A:"},
+        {u"B - Good evening.\n", "1:1 S119 [B -]", "B:"},
+        {u"A (happy): Good evening.\n", "1:1 S119 [A (happy):]", "A:"},
+        {u"A and B: Good evening.\n", "1:1 S155 [A and B:]", ""},
+        {u"[A enters]\n", "1:1 S151 [[A enters]]", ""},
+        {u"KATE\nGood evening.\n", "1:1 S166 [KATE]", ""},
+        {u"A. Smith is here. B. J. Thomas, too.\n", "1:1 S119 [A.]", "A:"}, // a note
+        {u"A. B. Smith is here.\n", "", ""},
+        {u"A - that is, nobody.\n", "", ""},
         {u"image: a.jpg\n", "1:1 S120 [image]", "subimage"},
     };
     for (const Row& row : kRows) {
