@@ -300,9 +300,13 @@ bool tellMissingSpeaker(ScriptChecks& checks, const CheckedLine& checked) {
     if (isUncolonedSpeaker(checks, line)) {
         const std::u16string_view sign = line.substr(1, 1);
         const bool isKept = isOpening(sign.front(), checks.words);
-        checks.addAt("S119", checked, line.substr(0, isKept ? 1 : 2), {line.substr(0, 1), u"A"})
-            .suggestions = {std::u16string(line.substr(0, 1)) +
+        Diagnostic& told = checks.addAt("S119", checked, line.substr(0, isKept ? 1 : 2),
+                                        {line.substr(0, 1), u"A"});
+        told.suggestions = {std::u16string(line.substr(0, 1)) +
                             (line.front() < 0x80 ? u':' : u'：')};
+        const bool maybeWord =
+            line.size() > 2 && sign == u" " && line[2] >= u'a' && line[2] <= u'z';
+        told.severity = maybeWord ? Severity::note : told.severity; // "B vitamins are good."
         return true;
     }
     return checkLayout(checks, checked) || tellHead(checks, checked, line);
