@@ -2,7 +2,7 @@
 #
 # Installs what the build and the tests need on Debian 12 and is not there yet.
 #
-#   scripts/setup.sh [fuzz] [libcxx] [bench]     with what these need
+#   scripts/setup.sh [fuzz] [libcxx] [bench] [package]     with what these need
 #
 # Asks nothing and needs no network when all is there. Exit status: 0 all is
 # there, 1 something could not be installed.
@@ -14,7 +14,7 @@ packages=(
   libexpat1-dev libicu-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libbenchmark-dev
   python3 python3-polib
-  clang-format valgrind mandoc
+  clang-format valgrind mandoc pkg-config
 )
 
 for extra; do
@@ -22,6 +22,7 @@ for extra; do
     fuzz) packages+=(clang libclang-rt-14-dev) ;;
     libcxx) packages+=(clang libc++-dev libc++abi-dev) ;;
     bench) packages+=(libmd4c-dev libmd4c-html0-dev libcmark-dev) ;;
+    package) packages+=(lintian) ;;
     *)
       echo "setup: error: nothing is known to belong to $extra" >&2
       exit 2
