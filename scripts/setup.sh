@@ -13,7 +13,7 @@ packages=(
   build-essential cmake ninja-build git
   libexpat1-dev libicu-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libbenchmark-dev
-  python3 python3-polib
+  python3 python3-polib esbuild
   clang-format valgrind mandoc pkg-config
 )
 

@@ -30,6 +30,7 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     StoryRecorder stories(wants.stories.first, wants.stories.last);
     SourceMapRecorder map;
     BeatRecorder beats;
+    StoryboardRecorder storyboard;
     Analysis result;
     OfferRecorder offer(result.offer);
     Listeners listeners;
@@ -42,6 +43,7 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     listen(wants.stories.last >= wants.stories.first, stories);
     listen(wants.sourceMap, map);
     listen(wants.beats, beats);
+    listen(wants.storyboard, storyboard);
     listen(wants.statistics, result.statistics);
     listen(wants.offer, offer);
 
@@ -70,6 +72,9 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     result.lineCount = stories.lineCount();
     result.sourceMap = map.take();
     result.beats = beats.take();
+    if (wants.storyboard) {
+        result.storyboard = storyboard.take();
+    }
     return result;
 }
 

@@ -24,6 +24,7 @@
 #include "listening/line_story.h"
 #include "listening/script_statistics.h"
 #include "listening/source_map.h"
+#include "listening/storyboard.h"
 
 namespace tvml {
 
@@ -50,6 +51,7 @@ struct AnalysisWants {
     bool sourceMap = false;
     bool elements = false; // the places of the description's elements
     bool beats = false;
+    bool storyboard = false;
     bool statistics = false;
     bool offer = false;
 };
@@ -65,6 +67,7 @@ struct Analysis {
     SourceMap sourceMap;
     std::vector<ElementPlace> elements;
     std::vector<Beat> beats;
+    Storyboard storyboard;
     ScriptStatistics statistics;
     ProgrammeOffer offer;
     std::int32_t lineCount = 0; // of the script; known when stories are wanted

@@ -29,6 +29,7 @@
 #include "host/manual_command.h"
 #include "host/option_table.h"
 #include "host/stats_command.h"
+#include "host/storyboard_command.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
@@ -43,6 +44,7 @@ constexpr CommandSet kManual = 1U << 5;
 constexpr CommandSet kExplain = 1U << 6;
 constexpr CommandSet kHelp = 1U << 7;
 constexpr CommandSet kImport = 1U << 8;
+constexpr CommandSet kStoryboard = 1U << 9;
 
 // A value and its name on the command line.
 template <typename Value> struct Choice {
@@ -75,6 +77,10 @@ constexpr std::array<Choice<OutputEncoding>, 2> kOutputEncodings{{
 constexpr std::array<Choice<ReportFormat>, 2> kFormats{{
     {"text", ReportFormat::text},
     {"json", ReportFormat::json},
+}};
+constexpr std::array<Choice<BoardFormat>, 2> kBoardFormats{{
+    {"html", BoardFormat::html},
+    {"json", BoardFormat::json},
 }};
 constexpr std::array<Choice<std::optional<plays::PlayFormat>>, 5> kPlayFormats{{
     {"auto", std::nullopt},
@@ -245,7 +251,7 @@ int runHelp(const Options& options);
 constexpr OptionRow kOptions[] = {
     {kConvert, "SCRIPT", Message::value_scripts, scriptArguments, Message::option_scripts},
     {kCheck, "SCRIPT", Message::value_scripts, optionalScripts, Message::option_checked},
-    {kStats, "SCRIPT", Message::value_script, scriptArgument, Message::option_script},
+    {kStats | kStoryboard, "SCRIPT", Message::value_script, scriptArgument, Message::option_script},
     {kImport, "PLAY", Message::value_play, scriptArgument, Message::option_play},
     {kHelp, "COMMAND", Message::value_command, topicArgument, Message::option_topic, commandNames},
     {kCompletion, "SHELL", Message::value_shell, shellArgument, Message::option_shell,
@@ -253,9 +259,13 @@ constexpr OptionRow kOptions[] = {
     {kExplain, "PLACE", Message::value_place, scriptArgument, Message::option_place},
     {kList, "TABLE", Message::value_table, tableArgument, Message::option_table,
      choicesOf<kListedTables>},
-    {kConvert | kCheck | kStats | kExplain | kList | kImport, "-d,--description",
+    {kConvert | kCheck | kStats | kExplain | kList | kImport | kStoryboard, "-d,--description",
      Message::value_file, text<&Options::description>, Message::option_description},
     {kConvert, "-o,--output", Message::value_file, text<&Options::output>, Message::option_output},
+    {kStoryboard, "-o,--output", Message::value_file, text<&Options::output>,
+     Message::option_storyboard},
+    {kStoryboard, "--format", Message::value_form, choice<&Options::boardFormat, kBoardFormats>,
+     Message::option_boardFormat, choicesOf<kBoardFormats>},
     {kImport, "-o,--output", Message::value_file, text<&Options::output>,
      Message::option_importedScript},
     {kImport, "--cast", Message::value_cast, texts<&Options::cast>, Message::option_cast},
@@ -272,12 +282,13 @@ constexpr OptionRow kOptions[] = {
      Message::option_to},
     {kConvert | kCheck | kStats | kExplain | kList, "--format", Message::value_form,
      choice<&Options::format, kFormats>, Message::option_format, choicesOf<kFormats>},
-    {kConvert | kCheck | kStats | kExplain | kImport, "--encoding", Message::value_encoding,
-     choice<&Options::encoding, kInputEncodings>, Message::option_encoding,
+    {kConvert | kCheck | kStats | kExplain | kImport | kStoryboard, "--encoding",
+     Message::value_encoding, choice<&Options::encoding, kInputEncodings>, Message::option_encoding,
      choicesOf<kInputEncodings>},
-    {kConvert | kCheck | kStats | kExplain | kList | kImport, "--description-encoding",
-     Message::value_encoding, choice<&Options::descriptionEncoding, kInputEncodings>,
-     Message::option_descriptionEncoding, choicesOf<kInputEncodings>},
+    {kConvert | kCheck | kStats | kExplain | kList | kImport | kStoryboard,
+     "--description-encoding", Message::value_encoding,
+     choice<&Options::descriptionEncoding, kInputEncodings>, Message::option_descriptionEncoding,
+     choicesOf<kInputEncodings>},
     {kConvert, "--output-encoding", Message::value_encoding,
      choice<&Options::outputEncoding, kOutputEncodings>, Message::option_outputEncoding,
      choicesOf<kOutputEncodings>},
@@ -286,7 +297,7 @@ constexpr OptionRow kOptions[] = {
      choicesOf<kOutputEncodings>},
     {kConvert, "--source-map", Message::value_file, text<&Options::sourceMap>,
      Message::option_sourceMap},
-    {kConvert | kCheck, "--media", Message::value_folder, texts<&Options::media>,
+    {kConvert | kCheck | kStoryboard, "--media", Message::value_folder, texts<&Options::media>,
      Message::option_media},
     {kConvert | kCheck, "--watch", {}, flag<&Options::watch>, Message::option_watch},
     {kConvert, "--library", Message::value_file, text<&Options::library>, Message::option_library},
@@ -311,6 +322,8 @@ constexpr CommandRow kCommands[] = {
     {kImport, "import", Message::command_import, Message::more_import, runImport},
     {kExplain, "explain", Message::command_explain, Message::more_explain, runExplain},
     {kStats, "stats", Message::command_stats, Message::more_stats, runStats},
+    {kStoryboard, "storyboard", Message::command_storyboard, Message::more_storyboard,
+     runStoryboard},
     {kList, "list", Message::command_list, Message::more_list, runList},
     {kCompletion, "completion", Message::command_completion, Message::more_completion,
      runCompletion},

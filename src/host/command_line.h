@@ -33,6 +33,9 @@ enum class ListedTable : std::uint8_t {
 // Shells that can complete command lines.
 enum class Shell : std::uint8_t { bash, zsh };
 
+// What a storyboard is written as.
+enum class BoardFormat : std::uint8_t { html, json };
+
 // The values of all options of all subcommands.
 struct Options {
     std::string script;                 // the first one
@@ -62,6 +65,7 @@ struct Options {
     std::vector<std::string> cast;               // of `import`: NAME=LETTER
     std::optional<plays::PlayFormat> playFormat; // none: the one that the play looks like
     bool titles = false;                         // of its scenes
+    BoardFormat boardFormat = BoardFormat::html; // of `storyboard`
 
     ReportOptions report(FailureLevel ownLevel) const {
         return {format, color, failureLevel.value_or(ownLevel), allowed, denied};

@@ -41,6 +41,63 @@ std::string shownBeat(const Beat& beat) {
     return text + (beat.isOffline ? " offline" : "");
 }
 
+// A change as "who.part=value", with the part's number.
+std::string shownChanges(const Panel& panel) {
+    std::string text = std::to_string(panel.beat.line) + (panel.writesNothing ? "-" : "");
+    for (const ScreenChange& change : panel.changes) {
+        text += ' ';
+        text += change.who != 0 ? std::string(1, static_cast<char>(change.who)) + '.' : "";
+        text += std::to_string(static_cast<int>(change.part)) + '=' + utf8(change.value);
+        text += change.colour != nullptr ? " coloured" : "";
+    }
+    return text;
+}
+
+TEST(Analysis, StoryboardPanels) {
+    AnalysisWants wants;
+    wants.storyboard = true;
+    const Storyboard board = Analyzed()
+                                 .of(u"(set: NewsStudio)\n"
+                                     u"title: News\n"
+                                     u"\n"
+                                     u"A: (bow, no blocking)\n"
+                                     u"B: (look at A)\n"
+                                     u"A: (banzai)\n"
+                                     u"(dance)\n"
+                                     u"super: Live (red)\n"
+                                     u"(upshot of B, slow)\n"
+                                     u"(twoshot of BA)\n"
+                                     u"A: (voicetype: girl_en)\n"
+                                     u"A: (character: suit)\n"
+                                     u"(offline)\n"
+                                     u"A: skipped\n"
+                                     u"(online)\n"
+                                     u"A: (caption: only this)\n",
+                                     wants)
+                                 .storyboard;
+    std::string told;
+    for (const Panel& panel : board.panels) {
+        told += (told.empty() ? "" : "; ") + shownChanges(panel);
+    }
+    EXPECT_EQ(told, "1 0=NewsStudio; 2; 4 A.26=bow; 5 B.17=at A; 6 A.26=banzai; 7-; 8 8= Live  "
+                    "coloured; 9 2=up B; 10 2=two BA; 11 A.23=girl_en; 12 A.22=suit; 13 15=on; 14; "
+                    "15 15=off; 16");
+    ASSERT_EQ(board.cast.size(), 3U);
+    EXPECT_EQ(utf8(board.cast[1].model), "blazer");
+    EXPECT_EQ(board.panels.back().caption, u"only this");
+
+    // The bow goes on meanwhile, the look and the pose are waited for, a slow shot
+    // takes twice its time, and what is skipped takes none.
+    std::string starts;
+    for (const Panel& panel : board.panels) {
+        starts += std::to_string(static_cast<int>(panel.start * 10)) + ' ';
+    }
+    EXPECT_EQ(starts, "0 0 0 0 10 20 20 20 40 50 50 50 50 50 50 ");
+    ASSERT_EQ(board.scenes.size(), 1U);
+    EXPECT_EQ(board.scenes[0].title, u"News");
+    EXPECT_DOUBLE_EQ(board.scenes[0].seconds, board.seconds);
+}
+
 TEST(Analysis, Beats) {
     AnalysisWants wants;
     wants.beats = true;

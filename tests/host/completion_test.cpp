@@ -46,7 +46,7 @@ TEST(HostCompletion, BashCompletesWhatTheTablesHave) {
         {"li", {"list"}},
         {"two", {"two words.txt"}},
         {"list m", {"models", "markers"}},
-        {"help st", {"stats"}},
+        {"help st", {"stats", "storyboard"}},
         {"list tags --format j", {"json"}},
         {"convert --output-", {"--output-dir", "--output-encoding"}},
         {"convert x --output-encoding = utf-1", {"utf-16le"}},
