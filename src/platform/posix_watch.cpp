@@ -2,14 +2,12 @@
 //
 // The kernel tells of changes in folders (inotify) and of signals (signalfd), so
 // that waiting costs nothing.
-#include "platform/host_services.h"
+#include "platform/posix_io.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <map>
 #include <set>
 #include <utility>
@@ -17,7 +15,6 @@
 #include <poll.h>
 #include <sys/inotify.h>
 #include <sys/signalfd.h>
-#include <unistd.h>
 
 namespace tvml::platform {
 namespace {
@@ -28,10 +25,6 @@ constexpr std::uint32_t kChanges = IN_MODIFY | IN_CLOSE_WRITE | IN_CREATE | IN_D
                                    IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF |
                                    IN_ONLYDIR;
 constexpr std::uint32_t kFolderGone = IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED | IN_Q_OVERFLOW;
-
-Failure systemFailure() {
-    return std::string(std::strerror(errno));
-}
 
 // A folder and a name in it; the root has no name.
 struct Entry {
@@ -86,18 +79,24 @@ struct FileWatch::Watched {
         return signals < 0 ? systemFailure() : std::nullopt;
     }
 
-    // Watches the folder of a path or, where there is none, the closest one above
-    // it, in which the missing one would be made.
+    // Watches all folders on the way to a path for the next name of it: any of them
+    // may be exchanged for another, or be missing yet. Those above the first one that
+    // can be watched need not allow it.
     Failure watchEntry(const std::string& path) {
+        Failure failure = std::string();
         for (Entry entry = entryOf(path);; entry = entryOf(entry.folder)) {
             const int folder = ::inotify_add_watch(changes, entry.folder.c_str(), kChanges);
             if (folder >= 0) {
                 names[folder].insert(entry.name);
-                return std::nullopt;
+                failure = std::nullopt;
+            } else if (failure.has_value()) {
+                failure = systemFailure();
+                if (errno != ENOENT && errno != ENOTDIR) {
+                    return failure;
+                }
             }
-            if ((errno != ENOENT && errno != ENOTDIR) || entry.folder == "/" ||
-                entry.folder == ".") {
-                return systemFailure();
+            if (entry.folder == "/" || entry.folder == ".") {
+                return failure;
             }
         }
     }
