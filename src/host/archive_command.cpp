@@ -1,22 +1,25 @@
 // Many scripts with one command. Entry: runArchive.
 //
-// A library converts one script at a time, so every script gets a process: this
-// program once more, for that script alone. What a process says is shown when
-// it and all before it are done, so that messages neither mix nor change their
-// order from run to run.
+// Worker processes take one script after the other, so many at a time. What they
+// say of a script is shown when it and all before it are done, so that messages
+// neither mix nor change their order from run to run.
 #include "host/archive_command.h"
 
 #include <algorithm>
 #include <atomic>
 #include <exception>
-#include <filesystem>
-#include <map>
 #include <mutex>
+#include <optional>
+#include <shared_mutex>
 #include <system_error>
 #include <thread>
 
 #include <nlohmann/json.hpp>
 
+#include "host/archive_jobs.h"
+#include "host/archive_record.h"
+#include "host/archive_worker.h"
+#include "host/dependencies.h"
 #include "host/host_error.h"
 #include "host/progress_bar.h"
 #include "platform/host_services.h"
@@ -24,30 +27,7 @@
 namespace tvml::host {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr int kJsonVersion = 1;
-constexpr const char* kExtension = ".tvml";
-
-fs::path pathOf(const std::string& name) {
-    return fs::path(std::u8string(name.begin(), name.end()));
-}
-
-std::string nameOf(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
-// One script and what became of it.
-struct Job {
-    std::string script;
-    std::string output;
-    std::string messages;
-    int exitCode = kDone;
-    bool finished = false;
-
-    bool failed() const { return exitCode != kDone && exitCode != kProblemsFound; }
-};
 
 // ---- before anything starts
 
@@ -70,87 +50,27 @@ void checkUsage(const Options& options) {
     }
 }
 
-// Two names that some systems take for one file.
-std::string sameOnAnySystem(std::string name) {
-    std::ranges::transform(name, name.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+std::vector<Dependency> dependenciesOf(const std::vector<Job>& jobs) {
+    std::vector<Dependency> made;
+    std::ranges::transform(jobs, std::back_inserter(made), [](const Job& job) {
+        return Dependency{job.output, job.script};
     });
-    return name;
-}
-
-std::vector<Job> jobsOf(const Options& options) {
-    std::vector<Job> jobs;
-    std::map<std::string, std::string> scriptByOutput;
-    for (const std::string& script : options.scripts) {
-        const fs::path file = pathOf(script).stem() += kExtension;
-        const auto [known, isNew] = scriptByOutput.emplace(sameOnAnySystem(nameOf(file)), script);
-        if (!isNew) {
-            refuse(Message::usage_sameOutput, {known->second, script, nameOf(file)});
-        }
-        jobs.push_back({script, nameOf(pathOf(options.outputFolder) / file), {}});
-    }
-    return jobs;
-}
-
-// A script that lies in the output folder under the name of a result would be
-// replaced, before or after it is read.
-void keepInputs(const std::vector<Job>& jobs, const Options& options) {
-    std::error_code unknown;
-    std::map<fs::path, std::string> outputs;
-    for (const Job& job : jobs) {
-        outputs.emplace(fs::weakly_canonical(pathOf(job.output), unknown), job.output);
-    }
-    std::vector<std::string> inputs = options.scripts;
-    inputs.push_back(options.description);
-    for (const std::string& input : inputs) {
-        const auto output = outputs.find(fs::weakly_canonical(pathOf(input), unknown));
-        if (!input.empty() && output != outputs.end()) {
-            refuse(Message::usage_archiveInput, {input});
-        }
-    }
-}
-
-void makeFolder(const std::string& folder) {
-    std::error_code failure;
-    fs::create_directories(pathOf(folder), failure);
-    if (failure) {
-        throw inputOrOutputError(folder, {}, Message::file_folder, {systemText(failure.message())});
-    }
+    return made;
 }
 
 // ---- conversion
 
-std::vector<std::string> argumentsFor(const Options& options, const Job& job) {
-    std::vector<std::string> arguments{"convert"};
-    arguments.insert(arguments.end(), options.forwarded.begin(), options.forwarded.end());
-    arguments.push_back("--output=" + job.output);
-    arguments.push_back("--"); // a script's name may begin with a dash
-    arguments.push_back(job.script);
-    return arguments;
-}
-
-void convert(const Options& options, Job& job) {
-    platform::ProgramEnd end;
-    const platform::Failure failure = platform::runThisProgram(argumentsFor(options, job), end);
-    job.messages = std::move(end.messages);
-    job.exitCode = failure ? kInputOrOutputFailed : end.exitCode;
-    if (failure || end.exitCode > kProblemsFound || end.exitCode < kDone) {
-        const std::string why =
-            failure ? *failure : say(Message::failure_exitCode, {std::to_string(end.exitCode)});
-        job.messages += diagnosticLine(job.script, {}, Message::severity_error,
-                                       say(Message::failure_brokenOff, {why})) +
-                        "\n";
-    }
-}
-
-// Runs the jobs, so many at a time, and shows what they say in their order.
+// Runs the jobs that are not finished, so many at a time, and shows what is said
+// of them in their order.
 class Archive {
 public:
-    Archive(const Options& options, std::vector<Job>& jobs)
-        : options_(options), jobs_(jobs), bar_(jobs.size()) {}
+    // The record gets what becomes complete, if there is one.
+    Archive(const Options& options, std::vector<Job>& jobs, ArchiveRecord* record)
+        : options_(options), jobs_(jobs), record_(record), bar_(jobs.size()),
+          done_(static_cast<std::size_t>(std::ranges::count_if(jobs, &Job::finished))) {}
 
     void run() {
-        bar_.show(0, 0);
+        bar_.show(done_, 0);
         {
             std::vector<std::jthread> helpers;
             try {
@@ -170,31 +90,60 @@ private:
     std::size_t processCount() const {
         const std::size_t wanted = options_.jobs > 0 ? static_cast<std::size_t>(options_.jobs)
                                                      : std::thread::hardware_concurrency();
-        return std::min(wanted, jobs_.size());
+        return std::min(wanted, jobs_.size() - done_);
     }
 
     void work() {
+        ArchiveWorker worker(options_);
         for (std::size_t i = next_++; i < jobs_.size(); i = next_++) {
             Job& job = jobs_[i];
+            if (job.finished) {
+                continue;
+            }
             try {
-                convert(options_, job);
+                convert(worker, job);
             } catch (const std::exception& problem) {
-                job.exitCode = kInputOrOutputFailed;
-                job.messages =
-                    diagnosticLine(job.script, {}, Message::severity_error, problem.what()) + "\n";
+                giveUp(job, problem.what());
             }
             finish(job);
         }
     }
 
+    // A script that has taken its worker along gets one to itself, with no other
+    // beside it that could have eaten up the memory.
+    void convert(ArchiveWorker& worker, Job& job) {
+        {
+            const std::shared_lock others(running_);
+            if (worker.convert(job)) {
+                return;
+            }
+        }
+        if (!worker.wasLate()) {
+            const std::unique_lock alone(running_);
+            if (worker.convert(job)) {
+                return;
+            }
+        }
+        giveUp(job, say(Message::failure_brokenOff, {worker.lastWords()}));
+    }
+
+    static void giveUp(Job& job, const std::string& why) {
+        job.exitCode = kInputOrOutputFailed;
+        job.messages = diagnosticLine(job.script, {}, Message::severity_error, why) + "\n";
+    }
+
     void finish(Job& job) {
         const std::lock_guard lock(shown_);
         job.finished = true;
+        job.hasMessages = !job.messages.empty();
+        if (record_ != nullptr && job.exitCode == kDone) {
+            record_->add(job);
+        }
         ++done_;
         failed_ += job.failed() ? 1 : 0;
         std::string messages;
         while (told_ < jobs_.size() && jobs_[told_].finished) {
-            messages += jobs_[told_++].messages;
+            messages += std::exchange(jobs_[told_++].messages, {});
         }
         if (!messages.empty()) {
             bar_.hide();
@@ -205,10 +154,12 @@ private:
 
     const Options& options_;
     std::vector<Job>& jobs_;
+    ArchiveRecord* record_;
     std::atomic<std::size_t> next_{0};
-    std::mutex shown_; // guards all below
+    std::shared_mutex running_; // shared by the scripts that need not be alone
+    std::mutex shown_;          // guards all below
     ProgressBar bar_;
-    std::size_t done_ = 0;
+    std::size_t done_;
     std::size_t failed_ = 0;
     std::size_t told_ = 0; // jobs whose messages are shown
 };
@@ -218,13 +169,15 @@ private:
 struct Summary {
     std::size_t withProblems = 0; // that something was told of
     std::size_t reached = 0;      // of them, those that reached the failure level
+    std::size_t upToDate = 0;     // and not converted
     std::vector<std::string> failed;
 };
 
 Summary summaryOf(const std::vector<Job>& jobs) {
     Summary summary;
     for (const Job& job : jobs) {
-        summary.withProblems += !job.failed() && !job.messages.empty() ? 1 : 0;
+        summary.withProblems += !job.failed() && job.hasMessages ? 1 : 0;
+        summary.upToDate += job.upToDate ? 1 : 0;
         summary.reached += job.exitCode == kProblemsFound ? 1 : 0;
         if (job.failed()) {
             summary.failed.push_back(job.script);
@@ -240,9 +193,10 @@ std::string summaryText(const Summary& summary, std::size_t count) {
     };
     const std::string problems = ifAny(Message::archive_problems, summary.withProblems) +
                                  ifAny(Message::archive_reached, summary.reached);
-    std::string text =
-        sayCounted(Message::archive_scripts, count,
-                   {std::to_string(count - failed), problems, std::to_string(failed)});
+    std::string text = sayCounted(
+        Message::archive_scripts, count,
+        {std::to_string(count - failed - summary.upToDate), problems, std::to_string(failed)});
+    text += ifAny(Message::archive_upToDate, summary.upToDate);
     for (const std::string& script : summary.failed) {
         text.append("\n  ").append(say(Message::archive_failed, {script}));
     }
@@ -254,29 +208,78 @@ std::string summaryJson(const Summary& summary, std::size_t count) {
     using Json = nlohmann::ordered_json;
     const Json document{{"version", kJsonVersion},
                         {"scripts", count},
-                        {"converted", count - summary.failed.size()},
+                        {"converted", count - summary.failed.size() - summary.upToDate},
+                        {"upToDate", summary.upToDate},
                         {"withProblems", summary.withProblems},
                         {"reachedFailureLevel", summary.reached},
                         {"failed", summary.failed}};
     return document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+void skipUpToDate(std::vector<Job>& jobs, ArchiveRecord& record) {
+    for (Job& job : jobs) {
+        job.upToDate = job.finished = record.isUpToDate(job);
+    }
+}
+
+void warnOfRecord(const ArchiveRecord& record) {
+    if (!record.failedFile().empty()) {
+        platform::writeStream(platform::OutputStream::error,
+                              diagnosticLine(record.failedFile(), {}, Message::severity_warning,
+                                             say(Message::archive_unrecorded)) +
+                                  "\n");
+    }
+}
+
+void tell(const Options& options, const Summary& summary, std::size_t count) {
+    if (!options.quiet) {
+        platform::writeStream(platform::OutputStream::error, options.format == ReportFormat::json
+                                                                 ? summaryJson(summary, count)
+                                                                 : summaryText(summary, count));
+    }
+}
+
 } // namespace
+
+void refuseArchiveOptions(const Options& options) {
+    const struct {
+        bool given;
+        std::string_view name;
+    } rows[] = {{options.changed, "--changed"},
+                {options.timeout > 0, "--timeout"},
+                {options.share.count > 1, "--share"}};
+    for (const auto& row : rows) {
+        if (row.given) {
+            refuse(Message::usage_archiveOption, {row.name});
+        }
+    }
+}
 
 int runArchive(const Options& options) {
     checkUsage(options);
     std::vector<Job> jobs = jobsOf(options);
-    keepInputs(jobs, options);
-    makeFolder(options.outputFolder);
-    Archive(options, jobs).run();
+    if (!options.dependencyFile.empty()) {
+        checkDependencyFile(options, dependenciesOf(jobs));
+    }
+    makeFolders(jobs, options);
+    std::optional<ArchiveRecord> record;
+    if (options.changed) {
+        record.emplace(options);
+        skipUpToDate(jobs, *record);
+    }
+    Archive(options, jobs, record.has_value() ? &*record : nullptr).run();
     const Summary summary = summaryOf(jobs);
-    platform::writeStream(platform::OutputStream::error, options.format == ReportFormat::json
-                                                             ? summaryJson(summary, jobs.size())
-                                                             : summaryText(summary, jobs.size()));
+    if (record.has_value()) {
+        warnOfRecord(*record);
+    }
+    tell(options, summary, jobs.size());
+    if (!options.dependencyFile.empty()) {
+        writeDependencies(options, dependenciesOf(jobs));
+    }
     if (!summary.failed.empty()) {
         return kInputOrOutputFailed;
     }
-    return summary.withProblems > 0 ? kProblemsFound : kDone;
+    return summary.reached > 0 ? kProblemsFound : kDone;
 }
 
 } // namespace tvml::host

@@ -6,9 +6,12 @@
 
 namespace tvml::host {
 
-// Converts every script in a process of its own. Returns kInputOrOutputFailed
-// when one failed, else kProblemsFound when one reached the failure level.
+// Converts every script, several at a time. Returns kInputOrOutputFailed when one
+// failed, else kProblemsFound when one reached the failure level.
 int runArchive(const Options& options);
+
+// Refuses options that only archives have.
+void refuseArchiveOptions(const Options& options);
 
 } // namespace tvml::host
 

@@ -30,6 +30,7 @@
 #include "host/option_table.h"
 #include "host/stats_command.h"
 #include "host/storyboard_command.h"
+#include "host/text_files.h"
 #include "platform/host_services.h"
 
 namespace tvml::host {
@@ -171,12 +172,24 @@ std::int32_t numberIn(const OptionRow& row, const std::string& digits, std::int3
 
 // More processes than this would only wait for each other.
 constexpr std::int32_t kMostJobs = 256;
+constexpr std::int32_t kMostSeconds = 24 * 60 * 60;
 constexpr std::int32_t kMostLines = std::numeric_limits<std::int32_t>::max();
+
+// An empty text would be taken for an option that was not given.
+void refuseNothing(const OptionRow& row, const std::string& given) {
+    if (given.empty() && !isArgument(row)) {
+        refuse(Message::usage_noValue, {nameOf(row), say(*row.value)});
+    }
+}
 
 // How a row's value is read into its member of Options. The rows name these
 // functions with their member, so that no row needs code of its own.
 template <auto Member> CLI::Option* text(CLI::App& app, const OptionRow& row, Options& options) {
-    return app.add_option(row.names, options.*Member);
+    return app.add_option_function<std::string>(row.names,
+                                                [&row, &options](const std::string& given) {
+                                                    refuseNothing(row, given);
+                                                    options.*Member = given;
+                                                });
 }
 template <auto Member> CLI::Option* flag(CLI::App& app, const OptionRow& row, Options& options) {
     return app.add_flag(row.names, options.*Member)->disable_flag_override();
@@ -228,12 +241,26 @@ CLI::Option* optionalScripts(CLI::App& app, const OptionRow& row, Options& optio
     };
     return app.add_option_function<std::vector<std::string>>(row.names, take);
 }
-CLI::Option* scriptArguments(CLI::App& app, const OptionRow& row, Options& options) {
-    return optionalScripts(app, row, options)->required();
+// "3/64"
+CLI::Option* shareOption(CLI::App& app, const OptionRow& row, Options& options) {
+    const auto take = [&row, &options](const std::string& given) {
+        const std::size_t slash = std::min(given.find('/'), given.size());
+        const std::string count = given.substr(std::min(slash + 1, given.size()));
+        options.share.count = numberIn(row, count, 1, kMostLines);
+        options.share.number = numberIn(row, given.substr(0, slash), 0, options.share.count - 1);
+    };
+    return app.add_option_function<std::string>(row.names, take);
 }
 // One text behind the option, which can be given again and again.
 template <auto Member> CLI::Option* texts(CLI::App& app, const OptionRow& row, Options& options) {
-    return app.add_option(row.names, options.*Member)->allow_extra_args(false);
+    const auto take = [&row, &options](const std::vector<std::string>& given) {
+        for (const std::string& each : given) {
+            refuseNothing(row, each);
+        }
+        options.*Member = given;
+    };
+    return app.add_option_function<std::vector<std::string>>(row.names, take)
+        ->allow_extra_args(false);
 }
 std::vector<std::string_view> commandNames();
 CLI::Option* topicArgument(CLI::App& app, const OptionRow& row, Options& options) {
@@ -249,7 +276,7 @@ CLI::Option* tableArgument(CLI::App& app, const OptionRow& row, Options& options
 int runHelp(const Options& options);
 
 constexpr OptionRow kOptions[] = {
-    {kConvert, "SCRIPT", Message::value_scripts, scriptArguments, Message::option_scripts},
+    {kConvert, "SCRIPT", Message::value_scripts, optionalScripts, Message::option_scripts},
     {kCheck, "SCRIPT", Message::value_scripts, optionalScripts, Message::option_checked},
     {kStats | kStoryboard, "SCRIPT", Message::value_script, scriptArgument, Message::option_script},
     {kImport, "PLAY", Message::value_play, scriptArgument, Message::option_play},
@@ -274,8 +301,14 @@ constexpr OptionRow kOptions[] = {
      Message::option_playFormat, choicesOf<kPlayFormats>},
     {kConvert, "--output-dir", Message::value_folder, text<&Options::outputFolder>,
      Message::option_outputFolder},
+    {kConvert, "--recursive", Message::value_folder, texts<&Options::folders>,
+     Message::option_recursive},
+    {kConvert, "--changed", {}, flag<&Options::changed>, Message::option_changed},
     {kConvert, "--jobs", Message::value_number, number<&Options::jobs, 0, kMostJobs>,
      Message::option_jobs},
+    {kConvert, "--share", Message::value_share, shareOption, Message::option_share},
+    {kConvert, "--timeout", Message::value_seconds, number<&Options::timeout, 1, kMostSeconds>,
+     Message::option_timeout},
     {kConvert | kCheck, "--from", Message::value_line, number<&Options::playFrom, 1, kMostLines>,
      Message::option_from},
     {kConvert | kCheck, "--to", Message::value_line, number<&Options::playTo, 1, kMostLines>,
@@ -297,6 +330,8 @@ constexpr OptionRow kOptions[] = {
      choicesOf<kOutputEncodings>},
     {kConvert, "--source-map", Message::value_file, text<&Options::sourceMap>,
      Message::option_sourceMap},
+    {kConvert, "--depfile", Message::value_file, text<&Options::dependencyFile>,
+     Message::option_depfile},
     {kConvert | kCheck | kStoryboard, "--media", Message::value_folder, texts<&Options::media>,
      Message::option_media},
     {kConvert | kCheck, "--watch", {}, flag<&Options::watch>, Message::option_watch},
@@ -308,6 +343,7 @@ constexpr OptionRow kOptions[] = {
      Message::option_allow, codes},
     {kConvert | kCheck, "--deny", Message::value_code, codeList<&Options::denied>,
      Message::option_deny, codes},
+    {kConvert, "-q,--quiet", {}, flag<&Options::quiet>, Message::option_quiet},
     {kConvert | kCheck | kExplain, "--color", Message::value_color,
      choice<&Options::color, kColorChoices>, Message::option_color, choicesOf<kColorChoices>},
     {kAllCommands, "--language", Message::value_language, languageOption, Message::option_language,
@@ -339,10 +375,8 @@ std::vector<std::string_view> commandNames() {
 
 constexpr const char* kVersion = "tvmlfilter " TVMLFILTER_VERSION;
 
-// Whether the help could be written is not asked: the exit code says that the
-// command line was understood.
 int answer(const std::string& lines) {
-    platform::writeStream(platform::OutputStream::output, lines);
+    writeOutput(lines);
     return kDone;
 }
 
@@ -414,12 +448,27 @@ void addCommand(CLI::App& app, const CommandRow& row, Options& options) {
             option.add(*command, option, options);
         }
     }
+    if (row.bit == kConvert) {
+        command->add_flag(kWorkerOption, options.isWorker);
+    }
+}
+
+// Scripts can also come from folders, or one after the other.
+void requireScripts(const CommandRow& command, const Options& options) {
+    if (command.bit == kConvert && options.scripts.empty() && options.folders.empty() &&
+        !options.isWorker) {
+        throw HostError{kWrongUsage, errorLine(Message::usage_hint,
+                                               {missingText(command),
+                                                std::string("tvmlfilter ") + command.name})};
+    }
 }
 
 // The options that were given to `convert` and hold for each of its scripts, as
 // arguments: all but those that are about several scripts.
 std::vector<std::string> forwardedOf(const CLI::App& command) {
-    static constexpr std::array<std::string_view, 3> kOwn{"--output", "--output-dir", "--jobs"};
+    static constexpr std::array<std::string_view, 8> kOwn{
+        "--output", "--output-dir", "--recursive", "--changed",
+        "--jobs",   "--share",      "--timeout",   "--depfile"};
     std::vector<std::string> arguments;
     for (const CLI::Option* option : command.get_options()) {
         const std::string name = option->get_name();
@@ -564,6 +613,7 @@ int runCommandLine(const std::vector<std::string>& arguments) {
             ? HostError{kWrongUsage, errorLine(Message::usage_other, {error.what()})}
             : usageError(*row, *app.get_subcommand(row->name), error);
     }
+    requireScripts(*row, options);
     options.forwarded = forwardedOf(*app.get_subcommand(row->name));
     return row->run(options);
 }

@@ -36,12 +36,27 @@ enum class Shell : std::uint8_t { bash, zsh };
 // What a storyboard is written as.
 enum class BoardFormat : std::uint8_t { html, json };
 
+// Of an archive: every `count`-th script from the one with this number on, from 0.
+struct Share {
+    std::int32_t number = 0;
+    std::int32_t count = 1;
+};
+
+// Makes `convert` a worker of an archive. It is nothing for users, and no help
+// tells of it.
+inline constexpr const char* kWorkerOption = "--archive-worker";
+
 // The values of all options of all subcommands.
 struct Options {
-    std::string script;                 // the first one
-    std::vector<std::string> scripts;   // of `convert` and `check`, which take several
-    std::string outputFolder;           // for all of them; empty: there is one
-    std::int32_t jobs = 0;              // processes at a time, 0: one a processor
+    std::string script;               // the first one
+    std::vector<std::string> scripts; // of `convert` and `check`, which take several
+    std::vector<std::string> folders; // whose scripts are converted, too
+    std::string outputFolder;         // for all of them; empty: there is one
+    std::int32_t jobs = 0;            // processes at a time, 0: one a processor
+    Share share;                      // of the scripts, for this call
+    std::int32_t timeout = 0;         // seconds for a script; 0: as many as it takes
+    bool changed = false;             // leave out what would become the same
+    bool isWorker = false;
     std::vector<std::string> forwarded; // arguments that hold for each of the scripts
     std::string description;            // empty: the one that comes with the program
     std::string output = "-";
@@ -57,7 +72,9 @@ struct Options {
     std::optional<FailureLevel> failureLevel; // none: the subcommand's own
     std::vector<Code> allowed;
     std::vector<Code> denied;
-    std::string sourceMap; // file, empty for none
+    std::string sourceMap;      // file, empty for none
+    std::string dependencyFile; // the same
+    bool quiet = false;
     bool watch = false;
     ColorChoice color = ColorChoice::automatic;
     std::vector<std::string> media;              // folders; empty: not known

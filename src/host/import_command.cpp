@@ -160,8 +160,7 @@ private:
 } // namespace
 
 int runImport(const Options& options) {
-    if (areOneFile(options.output, options.script) ||
-        areOneFile(options.output, options.description)) {
+    if (isInput(options, options.output)) {
         refuse(Message::usage_outputIsInput, {options.output});
     }
     const Inputs inputs = readInputs(options);

@@ -1,4 +1,4 @@
-// The files that a command needs. Entries: readInputs, fileOfProgram.
+// The files that a command needs. Entries: readInputs, sharedInputs, fileOfProgram.
 #include "host/inputs.h"
 
 #include <algorithm>
@@ -28,6 +28,11 @@ std::string fileOfProgram(std::u16string_view name) {
     return system.toUtf8(program.substr(0, separator + 1).append(name));
 }
 
+std::string programFile() {
+    const platform::Platform& system = platform::system();
+    return system.toUtf8(system.hostProgramPath(kPathUnits));
+}
+
 bool isXml(std::string_view file, std::u16string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(u" \t\n\r"), text.size()));
     return file.ends_with(".xml") || file.ends_with(".XML") || text.starts_with(u"<?xml") ||
@@ -42,7 +47,22 @@ std::u16string descriptionOf(const Options& options) {
                                  : InputEncoding::detect);
 }
 
-Inputs readInputs(const Options& options) {
+std::vector<std::string> sharedInputs(const Options& options) {
+    std::vector<std::string> files{descriptionFile(options), fileOfProgram(u"keyword.ini"),
+                                   fileOfProgram(u"Mirvol.ini"), programFile()};
+    if (!options.library.empty()) {
+        files.push_back(options.library);
+    }
+    return files;
+}
+
+bool isInput(const Options& options, const std::string& file) {
+    const auto isFile = [&file](const std::string& input) { return areOneFile(file, input); };
+    return isFile(options.script) || std::ranges::any_of(options.scripts, isFile) ||
+           std::ranges::any_of(sharedInputs(options), isFile);
+}
+
+Inputs readScriptInput(const Options& options) {
     if (options.script == kStandardStream && options.description == kStandardStream) {
         refuse(Message::usage_oneStream);
     }
@@ -53,6 +73,11 @@ Inputs readInputs(const Options& options) {
     inputs.script = std::move(script.text);
     inputs.lineEnds = script.lineEnds;
     inputs.encoding = script.encoding;
+    return inputs;
+}
+
+Inputs readInputs(const Options& options) {
+    Inputs inputs = readScriptInput(options);
     inputs.description = descriptionOf(options);
     return inputs;
 }

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "diagnostics/diagnostics.h"
 #include "host/command_line.h"
@@ -33,6 +34,17 @@ struct Inputs {
 // The description that the options name, or the one that comes with the program.
 std::u16string descriptionOf(const Options& options);
 
+// All files that a conversion with these options reads but its scripts, whether
+// they are there or not: the description, the vocabulary and the settings, and the
+// program or the library that converts.
+std::vector<std::string> sharedInputs(const Options& options);
+
+// Whether `file` is one of them, or one of the scripts.
+bool isInput(const Options& options, const std::string& file);
+
+// Reads the script alone.
+Inputs readScriptInput(const Options& options);
+
 // Reads the script and the description that the options name. Throws a
 // HostError when one cannot be read, or when both are to come from one stream.
 Inputs readInputs(const Options& options);
@@ -43,6 +55,9 @@ bool isXml(std::string_view file, std::u16string_view text);
 
 // The path of a file that comes with the program, such as "keyword.ini".
 std::string fileOfProgram(std::u16string_view name);
+
+// The path of the program.
+std::string programFile();
 
 } // namespace tvml::host
 

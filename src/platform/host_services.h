@@ -1,9 +1,10 @@
 // What the command-line host needs of the operating system besides platform.h:
 // arguments, files and standard streams, watching files, decoding of texts,
-// running the program once more, and loading the filter as a library. A native
-// and a Windows implementation stand behind it (posix_host.cpp and
-// posix_watch.cpp, windows_host.cpp and windows_watch.cpp); readSettings has its
-// native one in posix.cpp, where the library reads the same files.
+// workers, and loading the filter as a library. A native and a Windows
+// implementation stand behind it (posix_host.cpp, posix_replace.cpp,
+// posix_watch.cpp and posix_worker.cpp; windows_host.cpp, windows_watch.cpp and
+// windows_worker.cpp); readSettings has its native one in posix.cpp, where the
+// library reads the same files.
 //
 // Conventions
 //  1. Sizes and offsets count bytes; texts and paths are UTF-8. On POSIX
@@ -56,8 +57,10 @@ Failure writeStream(OutputStream stream, std::string_view bytes);
 
 // Puts a file of these bytes in the place of `path`. Whoever opens `path`
 // meanwhile finds the old file or the whole new one; after a failure the old
-// file is as it was. A link stays a link, and what is no ordinary file (a
-// device, a pipe) is written to. A write-protected file is not replaced.
+// file is as it was. A link stays a link, also one to a file that is not there
+// yet, and what is no ordinary file (a device, a pipe) is written to. A
+// write-protected file is not replaced. The new file is the user's own; it keeps
+// the rights of the old one, but not that it runs as somebody else.
 Failure replaceFile(const std::string& path, std::string_view bytes);
 
 // Tells when files change. It watches their folders, so that a file that is
@@ -100,15 +103,62 @@ struct Decoding {
 // Decodes strictly; a byte order mark is a character like others.
 Decoding decode(std::string_view bytes, CodePage page);
 
-// How a run of a program ended.
-struct ProgramEnd {
-    int exitCode = 0;     // on POSIX systems 128 and the number of a signal that ended it
-    std::string messages; // what it wrote to standard output and standard error
+// This program once more, as a process that answers one request after the other.
+// It is ended when the object goes, and when the process of the object ends. All
+// calls come from one thread, which lives as long as the object.
+class Worker {
+public:
+    enum class Answer : std::uint8_t {
+        given,
+        late,  // it was not there in time
+        ended, // and will not come: the process is gone
+    };
+
+    Worker();
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+    ~Worker();
+
+    // Starts the process with these arguments, once for each object.
+    Failure start(const std::vector<std::string>& arguments);
+
+    // Waits for the answer, forever without a time. After all but `given` the
+    // process is gone, and no more may be asked.
+    Answer ask(std::string_view request, std::string& answer,
+               std::optional<std::chrono::milliseconds> time);
+
+    // Of the process that is gone; on POSIX systems 128 and the number of a signal
+    // that ended it.
+    int exitCode() const;
+
+private:
+    struct Process;
+    std::unique_ptr<Process> process_;
 };
 
-// Runs this program once more with other arguments and nothing on standard
-// input, and waits until it ends. May be called from several threads at once.
-Failure runThisProgram(const std::vector<std::string>& arguments, ProgramEnd& end);
+// The other side, in the process.
+class WorkerDesk {
+public:
+    WorkerDesk();
+    WorkerDesk(const WorkerDesk&) = delete;
+    WorkerDesk& operator=(const WorkerDesk&) = delete;
+    ~WorkerDesk();
+
+    // Takes the standard streams for the requests and answers; to be done before
+    // anything else. From now on there is nothing to read on standard input, and
+    // standard output goes where standard error does.
+    Failure open();
+
+    // False when there will be no more.
+    bool next(std::string& request);
+
+    // False when nobody wants to know any more.
+    bool answer(std::string_view bytes);
+
+private:
+    struct Channel;
+    std::unique_ptr<Channel> channel_;
+};
 
 // The filter as a library file, loaded while the object lives.
 class FilterLibrary {

@@ -2,14 +2,12 @@
 //
 // The kernel tells of changes in folders (inotify) and of signals (signalfd), so
 // that waiting costs nothing.
-#include "platform/host_services.h"
+#include "platform/posix_io.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <map>
 #include <set>
 #include <utility>
@@ -17,7 +15,6 @@
 #include <poll.h>
 #include <sys/inotify.h>
 #include <sys/signalfd.h>
-#include <unistd.h>
 
 namespace tvml::platform {
 namespace {
@@ -28,10 +25,6 @@ constexpr std::uint32_t kChanges = IN_MODIFY | IN_CLOSE_WRITE | IN_CREATE | IN_D
                                    IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF |
                                    IN_ONLYDIR;
 constexpr std::uint32_t kFolderGone = IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED | IN_Q_OVERFLOW;
-
-Failure systemFailure() {
-    return std::string(std::strerror(errno));
-}
 
 // A folder and a name in it; the root has no name.
 struct Entry {

@@ -1,4 +1,5 @@
-// The command-line host's services on Windows: all of host_services.h.
+// The command-line host's services on Windows: all of host_services.h but what
+// windows_watch.cpp and windows_worker.cpp hold.
 //
 // The wide forms of the system's calls throughout: the others cannot name every
 // file. wchar_t is known here and goes no further.
@@ -6,11 +7,9 @@
 
 #include <algorithm>
 #include <array>
-#include <climits>
 #include <cstring>
-#include <new>
 
-#include "platform/windows_api.h"
+#include "platform/windows_io.h"
 
 #include <shellapi.h>
 
@@ -18,69 +17,6 @@ namespace tvml::platform {
 namespace {
 
 constexpr UINT kCodePage932 = 932;
-
-// The system's lengths are signed 32-bit numbers.
-int systemLength(std::size_t length) {
-    if (length > INT_MAX) {
-        throw std::bad_alloc();
-    }
-    return static_cast<int>(length);
-}
-
-// Of UTF-8 first of all, for texts that go to the system; what is none becomes
-// U+FFFD there.
-std::wstring toWide(std::string_view bytes, UINT page = CP_UTF8) {
-    std::wstring wide(bytes.size(), L'\0');
-    const int length = MultiByteToWideChar(page, 0, bytes.data(), systemLength(bytes.size()),
-                                           wide.data(), systemLength(wide.size()));
-    wide.resize(static_cast<std::size_t>(length));
-    return wide;
-}
-
-// A unit takes up to three bytes.
-std::string toNarrow(std::wstring_view wide) {
-    std::string utf8(wide.size() * 3, '\0');
-    const int length =
-        WideCharToMultiByte(CP_UTF8, 0, wide.data(), systemLength(wide.size()), utf8.data(),
-                            systemLength(utf8.size()), nullptr, nullptr);
-    utf8.resize(static_cast<std::size_t>(length));
-    return utf8;
-}
-
-// What the last call that failed said, in the user's language, without the line
-// end and the stop that the system writes after it.
-Failure systemFailure() {
-    std::array<wchar_t, 512> text;
-    const DWORD error = GetLastError();
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                  nullptr, error, 0, text.data(), text.size(), nullptr);
-    while (length > 0 &&
-           std::wstring_view(L"\r\n .\u3002").find(text[length - 1]) != std::wstring::npos) {
-        --length;
-    }
-    return length > 0 ? toNarrow({text.data(), length}) : "system error " + std::to_string(error);
-}
-
-// An open file, or none. Closed early where a later step wants the file free.
-class Handle {
-public:
-    explicit Handle(HANDLE value) : value_(value) {}
-    ~Handle() { close(); }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-
-    HANDLE value() const { return value_; }
-    bool good() const { return value_ != INVALID_HANDLE_VALUE; }
-    void close() {
-        if (good()) {
-            CloseHandle(value_);
-            value_ = INVALID_HANDLE_VALUE;
-        }
-    }
-
-private:
-    HANDLE value_;
-};
 
 HANDLE handleOf(OutputStream stream) {
     return GetStdHandle(stream == OutputStream::output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
@@ -155,9 +91,34 @@ std::wstring followLinks(HANDLE file, const std::wstring& path) {
     return real.empty() ? path : real;
 }
 
+// Taken while a file has a temporary name. A request to end comes in a thread of
+// its own; it waits there until the name is gone, and is then left to the system.
+SRWLOCK renaming = SRWLOCK_INIT;
+
+BOOL WINAPI waitForRenaming(DWORD) {
+    AcquireSRWLockExclusive(&renaming);
+    ReleaseSRWLockExclusive(&renaming);
+    return FALSE;
+}
+
+class EndingHeldOff {
+public:
+    EndingHeldOff() {
+        AcquireSRWLockExclusive(&renaming);
+        SetConsoleCtrlHandler(waitForRenaming, TRUE);
+    }
+    ~EndingHeldOff() {
+        ReleaseSRWLockExclusive(&renaming);
+        SetConsoleCtrlHandler(waitForRenaming, FALSE);
+    }
+    EndingHeldOff(const EndingHeldOff&) = delete;
+    EndingHeldOff& operator=(const EndingHeldOff&) = delete;
+};
+
 // The renaming is the one step in which the old file gives way. It fails, and
 // the old file stays, when that is write-protected or open elsewhere.
 Failure replaceOrdinaryFile(const std::wstring& path, std::string_view bytes) {
+    const EndingHeldOff heldOff;
     // In the same folder, because only there one step can move it.
     const std::wstring temporary = path + L"." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
     Failure failure = writeNewFile(temporary, bytes);
@@ -235,82 +196,6 @@ std::u16string decodeSettings(std::string_view bytes) {
     return {text.begin(), text.end()};
 }
 
-// What CommandLineToArgvW splits off as one word: quotes and the backslashes in
-// front of them are marked with backslashes.
-void appendQuoted(std::wstring& line, const std::wstring& word) {
-    line += line.empty() ? L"\"" : L" \"";
-    std::size_t backslashes = 0;
-    for (const wchar_t unit : word) {
-        backslashes = unit == L'\\' ? backslashes + 1 : backslashes;
-        if (unit != L'\\') {
-            line.append(unit == L'"' ? backslashes + 1 : 0, L'\\');
-            backslashes = 0;
-        }
-        line += unit;
-    }
-    line.append(backslashes, L'\\').append(L"\"");
-}
-
-std::wstring thisProgram() {
-    std::wstring path(32768, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return path;
-}
-
-// The only handles that a started program gets. Without such a list it would
-// also get those of programs that are started at the same time, and their pipes
-// would not end before it does.
-class InheritedHandles {
-public:
-    explicit InheritedHandles(std::array<HANDLE, 2> handles) : handles_(handles) {
-        SIZE_T size = 0;
-        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
-        bytes_.resize(size);
-        InitializeProcThreadAttributeList(list(), 1, 0, &size);
-        UpdateProcThreadAttribute(list(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles_.data(),
-                                  sizeof(handles_), nullptr, nullptr);
-    }
-    ~InheritedHandles() { DeleteProcThreadAttributeList(list()); }
-    InheritedHandles(const InheritedHandles&) = delete;
-    InheritedHandles& operator=(const InheritedHandles&) = delete;
-
-    LPPROC_THREAD_ATTRIBUTE_LIST list() {
-        return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(bytes_.data());
-    }
-
-private:
-    std::array<HANDLE, 2> handles_;
-    std::vector<char> bytes_;
-};
-
-// The process of the program, which reads and writes these handles.
-Failure startThisProgram(const std::vector<std::string>& arguments, HANDLE input, HANDLE output,
-                         HANDLE& process) {
-    const std::wstring program = thisProgram();
-    std::wstring line;
-    appendQuoted(line, program);
-    for (const std::string& argument : arguments) {
-        appendQuoted(line, toWide(argument));
-    }
-    InheritedHandles inherited({input, output});
-    STARTUPINFOEXW start = {};
-    start.StartupInfo.cb = sizeof(start);
-    start.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
-    start.StartupInfo.hStdInput = input;
-    start.StartupInfo.hStdOutput = output;
-    start.StartupInfo.hStdError = output;
-    start.lpAttributeList = inherited.list();
-    PROCESS_INFORMATION started = {};
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
-                        EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr, &start.StartupInfo,
-                        &started)) {
-        return systemFailure();
-    }
-    CloseHandle(started.hThread);
-    process = started.hProcess;
-    return std::nullopt;
-}
-
 } // namespace
 
 // The C library's arguments are in the user's code page and have lost whatever
@@ -374,10 +259,15 @@ Failure writeStream(OutputStream stream, std::string_view bytes) {
 
 Failure replaceFile(const std::string& path, std::string_view bytes) {
     std::wstring file = toWide(path);
+    // What a link leads to is made when it is not there yet, and then replaced: the
+    // link would give way otherwise.
+    const DWORD attributes = GetFileAttributesW(file.c_str());
+    const bool isLink =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
     // Others may have the file open meanwhile: this only asks what the name leads to.
-    Handle existing(CreateFileW(file.c_str(), GENERIC_WRITE,
-                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    Handle existing(CreateFileW(
+        file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+        nullptr, isLink ? OPEN_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (existing.good()) {
         if (GetFileType(existing.value()) != FILE_TYPE_DISK) {
             return writeAll(existing.value(), bytes);
@@ -399,31 +289,6 @@ Decoding decode(std::string_view bytes, CodePage page) {
         result.badOffset = end;
     }
     return result;
-}
-
-Failure runThisProgram(const std::vector<std::string>& arguments, ProgramEnd& end) {
-    SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
-    HANDLE readable = nullptr;
-    HANDLE writable = nullptr;
-    if (!CreatePipe(&readable, &writable, &inheritable, 0)) {
-        return systemFailure();
-    }
-    const Handle reader(readable);
-    Handle writer(writable);
-    const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                     &inheritable, OPEN_EXISTING, 0, nullptr));
-    HANDLE started = INVALID_HANDLE_VALUE;
-    if (Failure failure = startThisProgram(arguments, nothing.value(), writer.value(), started)) {
-        return failure;
-    }
-    const Handle process(started);
-    writer.close();
-    const Failure unread = readAll(reader.value(), end.messages);
-    WaitForSingleObject(process.value(), INFINITE);
-    DWORD exitCode = 0;
-    GetExitCodeProcess(process.value(), &exitCode);
-    end.exitCode = static_cast<int>(exitCode);
-    return unread;
 }
 
 FilterLibrary::~FilterLibrary() {
