@@ -2,6 +2,8 @@
 #include "host/watch.h"
 
 #include <chrono>
+#include <filesystem>
+#include <system_error>
 
 #include "host/host_error.h"
 #include "host/inputs.h"
@@ -9,6 +11,8 @@
 
 namespace tvml::host {
 namespace {
+
+namespace fs = std::filesystem;
 
 using platform::FileWatch;
 using namespace std::chrono_literals;
@@ -18,8 +22,19 @@ using namespace std::chrono_literals;
 constexpr std::chrono::milliseconds kQuiet = 50ms;
 constexpr std::chrono::milliseconds kLongest = 1000ms;
 
-void runOrTell(const std::function<void()>& work) {
+// A pipe in a file's place would be waited for without an end.
+void refuseSpecialFiles(const std::vector<std::string>& files) {
+    for (const std::string& file : files) {
+        std::error_code unknown;
+        if (fs::is_other(fs::path(std::u8string(file.begin(), file.end())), unknown)) {
+            throw inputOrOutputError(file, {}, Message::failure_watchedFile);
+        }
+    }
+}
+
+void runOrTell(const std::vector<std::string>& files, const std::function<void()>& work) {
     try {
+        refuseSpecialFiles(files);
         work();
     } catch (const HostError& failure) {
         platform::writeStream(platform::OutputStream::error, failure.message + "\n");
@@ -49,7 +64,7 @@ int watchInputs(const Options& options, const std::function<void()>& work) {
         throw inputOrOutputError(files.front(), {}, Message::failure_watch, {systemText(*failure)});
     }
     do {
-        runOrTell(work);
+        runOrTell(files, work);
     } while (nextChange(watch) != FileWatch::Event::ended);
     return kDone;
 }

@@ -79,18 +79,24 @@ struct FileWatch::Watched {
         return signals < 0 ? systemFailure() : std::nullopt;
     }
 
-    // Watches the folder of a path or, where there is none, the closest one above
-    // it, in which the missing one would be made.
+    // Watches all folders on the way to a path for the next name of it: any of them
+    // may be exchanged for another, or be missing yet. Those above the first one that
+    // can be watched need not allow it.
     Failure watchEntry(const std::string& path) {
+        Failure failure = std::string();
         for (Entry entry = entryOf(path);; entry = entryOf(entry.folder)) {
             const int folder = ::inotify_add_watch(changes, entry.folder.c_str(), kChanges);
             if (folder >= 0) {
                 names[folder].insert(entry.name);
-                return std::nullopt;
+                failure = std::nullopt;
+            } else if (failure.has_value()) {
+                failure = systemFailure();
+                if (errno != ENOENT && errno != ENOTDIR) {
+                    return failure;
+                }
             }
-            if ((errno != ENOENT && errno != ENOTDIR) || entry.folder == "/" ||
-                entry.folder == ".") {
-                return systemFailure();
+            if (entry.folder == "/" || entry.folder == ".") {
+                return failure;
             }
         }
     }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -81,6 +82,53 @@ TEST(HostFiles, FailuresLeaveTheOutputAlone) {
     }
     EXPECT_EQ(work.read("output"), "old");
     EXPECT_EQ(work.fileCount(), before);
+}
+
+// A copy of the program, so that a fault harms no other test.
+TEST(HostFiles, NoOutputTakesThePlaceOfAnInput) {
+    const Workspace work;
+    const std::string script = work.path("script.txt");
+    std::filesystem::create_directory(work.path("bin"));
+    const std::string bin = "bin/";
+    for (const char* name : {HOST_PROGRAM, "keyword.ini", "Mirvol.ini", "default.xml"}) {
+        std::filesystem::copy_file(Workspace::beside(name), work.path(bin + name));
+    }
+    const std::string program = work.path(bin + HOST_PROGRAM);
+    const std::string words = work.path("bin/keyword.ini");
+    const std::string library = Workspace::beside(HOST_LIBRARY);
+    std::filesystem::create_hard_link(words, work.path("same words"));
+    const std::vector<std::vector<std::string>> rows{
+        {script, "-o", script},
+        {script, "-o", words},
+        {script, "-o", work.path("same words")},
+        {script, "-o", work.path("bin/../bin/Mirvol.ini")},
+        {script, "-o", work.path("bin/default.xml")},
+        {script, "-o", program},
+        {script, "-o", work.path("o"), "--source-map", words},
+        {script, "-o", work.path("o"), "--source-map", program},
+        {script, "-o", work.path("o"), "--depfile", words},
+        {"import", script, "-o", words},
+        {"import", script, "-o", work.path("bin/default.xml")},
+    };
+    const auto sizes = [&] {
+        std::vector<std::uintmax_t> all;
+        for (const char* name : {HOST_PROGRAM, "keyword.ini", "Mirvol.ini", "default.xml"}) {
+            all.push_back(std::filesystem::file_size(work.path(bin + name)));
+        }
+        return all;
+    };
+    const auto before = sizes();
+    for (const std::vector<std::string>& arguments : rows) {
+        const Outcome outcome = work.run(program, arguments);
+        EXPECT_EQ(outcome.exitCode, 2) << arguments.back() << outcome.errors;
+        EXPECT_EQ(sizes(), before) << arguments.back();
+    }
+    EXPECT_EQ(work.run({script, "--library", library, "-o", library}).exitCode, 2);
+    // What the conversion does not read is nothing to it.
+    EXPECT_EQ(work.run(program, {script, "-d", work.path("description.xml"), "-o",
+                                 work.path("bin/default.xml")})
+                  .exitCode,
+              0);
 }
 
 TEST(HostFiles, ProblemsOfAScriptAreWarnedOfAndStopNothing) {

@@ -12,6 +12,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,18 +29,18 @@ constexpr std::string_view kStaging =
 // The program in a folder of its own, with ini files that can be changed.
 class Watching {
 public:
-    Watching() {
+    explicit Watching(const std::string& script = "in/script") {
         fs::create_directory(work_.path("bin"));
-        fs::create_directory(work_.path("in"));
+        fs::create_directories(fs::path(work_.path(script)).parent_path());
         fs::create_directory(work_.path("far"));
         for (const std::string_view name : {HOST_PROGRAM, "keyword.ini", "Mirvol.ini"}) {
             fs::copy_file(Workspace::beside(name), work_.path(std::string("bin/").append(name)));
         }
-        work_.write("in/script", "A: one");
+        work_.write(script, "A: one");
         work_.write("far/description", kStaging);
         fs::create_symlink(work_.path("far/description"), work_.path("in/description"));
         std::array<std::string, 9> words{work_.path(std::string("bin/").append(HOST_PROGRAM)),
-                                         work_.path("in/script"),
+                                         work_.path(script),
                                          "-d",
                                          work_.path("in/description"),
                                          "-o",
@@ -134,6 +135,30 @@ TEST(HostWatch, ConvertsAfterEveryWayOfChangingTheScript) {
     work.write("in/script", "A: (dance)\nA: all the same");
     EXPECT_TRUE(watch.writes("all the same 1.0 ")) << watch.errors();
     EXPECT_TRUE(watch.tells("script:1:5: error: ")) << watch.errors();
+    EXPECT_EQ(watch.endBy(SIGTERM), 0);
+}
+
+// Whatever comes in the place of a file or of a folder above it.
+TEST(HostWatch, StaysAwakeWhenAFolderAboveIsExchangedOrAPipeComes) {
+    Watching watch("in/low/script");
+    const Workspace& work = watch.work();
+    ASSERT_TRUE(watch.writes("one 1.0 ")) << watch.errors();
+    for (const char* text : {"first", "second"}) {
+        fs::create_directory(work.path("new"));
+        fs::copy(work.path("in"), work.path("new/in"),
+                 fs::copy_options::copy_symlinks | fs::copy_options::recursive);
+        work.write("new/in/low/script", std::string("A: ") + text);
+        fs::rename(work.path("in"), work.path(std::string("old ") + text));
+        fs::rename(work.path("new/in"), work.path("in"));
+        fs::remove(work.path("new"));
+        EXPECT_TRUE(watch.writes(std::string(text) + " 1.0 ")) << watch.errors();
+    }
+    fs::remove(work.path("in/low/script"));
+    ASSERT_EQ(mkfifo(work.path("in/low/script").c_str(), 0600), 0);
+    EXPECT_TRUE(watch.tells("script: error: no ordinary file")) << watch.errors();
+    fs::remove(work.path("in/low/script"));
+    work.write("in/low/script", "A: a file again");
+    EXPECT_TRUE(watch.writes("a file again 1.0 ")) << watch.errors();
     EXPECT_EQ(watch.endBy(SIGTERM), 0);
 }
 
