@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 
 #include "filter/conversion_run.h"
 
@@ -47,8 +48,10 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     listen(wants.statistics, result.statistics);
     listen(wants.offer, offer);
 
-    ConversionRun run(request.words, request.settings, platform, &listeners);
-    result.tvml = run.convert(conversion).text();
+    // Not on the stack, which may be small.
+    const auto run =
+        std::make_unique<ConversionRun>(request.words, request.settings, platform, &listeners);
+    result.tvml = run->convert(conversion).text();
     if (wants.vocabulary.has_value()) {
         append(result.problems,
                checkVocabulary(request.words, *wants.vocabulary, request.language));

@@ -245,6 +245,7 @@ public:
                 offer(row, pattern, closest);
             }
         }
+        checks_.suggestions.compare(checks_.staging.poseNames.size());
         for (const auto& [japanese, english] : checks_.staging.poseNames) {
             closest.offer(writer_.isEnglish() ? english : japanese);
         }
@@ -279,6 +280,7 @@ private:
     void addPoses() {
         const MeaningIndex& table = MeaningIndex::instance();
         const std::u16string key = wordKey(head_);
+        checks_.suggestions.compare(2 * checks_.staging.poseNames.size());
         for (const auto& [japanese, english] : checks_.staging.poseNames) {
             for (const Sense sense : {Sense::command, Sense::nothing}) {
                 const auto& ours = table.find(sense, key);
@@ -362,7 +364,9 @@ std::u16string kindOfCommand(const CheckedLine& checked, std::u16string_view hea
     return {first, checked.speaker() == 0 ? u'-' : checked.line.actor(), colon ? u':' : u' '};
 }
 
-template <typename Names> void offerKeys(ClosestNames& closest, const Names& names) {
+template <typename Names>
+void offerKeys(ScriptChecks& checks, ClosestNames& closest, const Names& names) {
+    checks.suggestions.compare(names.size());
     for (const auto& [name, value] : names) {
         closest.offer(name);
     }
@@ -525,8 +529,8 @@ Suggestions suggestedVoices(ScriptChecks& checks, std::u16string_view given) {
 Suggestions suggestedSets(ScriptChecks& checks, std::u16string_view given) {
     return checks.suggestions.once(u"set", given, [&] {
         ClosestNames closest(given);
-        offerKeys(closest, checks.staging.setFiles);
-        offerKeys(closest, checks.staging.setEnglishFiles);
+        offerKeys(checks, closest, checks.staging.setFiles);
+        offerKeys(checks, closest, checks.staging.setEnglishFiles);
         return closest.take();
     });
 }
@@ -539,7 +543,7 @@ Suggestions suggestedModels(ScriptChecks& checks, char16_t letter, std::u16strin
         for (const ModelTable* table :
              {&checks.staging.modelsByJapaneseName, &checks.staging.modelsByEnglishName}) {
             if (const auto models = table->find(letter); models != table->end()) {
-                offerKeys(closest, models->second);
+                offerKeys(checks, closest, models->second);
             }
         }
         return closest.take();

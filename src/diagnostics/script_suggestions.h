@@ -20,11 +20,13 @@ struct ScriptChecks;
 using Suggestions = std::vector<std::u16string>;
 
 // What a script's suggestions share. A text is looked at once; after kMostTexts
-// different ones of a kind there are no more suggestions, so that a script of
-// nothing but mistakes is checked fast.
+// different ones, or kMostCompared names of the description that texts were
+// compared with, there are no more suggestions, so that a script of nothing but
+// mistakes is checked fast.
 class SuggestionMemory {
 public:
     static constexpr std::size_t kMostTexts = 2000;
+    static constexpr std::size_t kMostCompared = 500'000;
 
     explicit SuggestionMemory(const KeywordTable& words) : words_(words) {}
 
@@ -43,16 +45,19 @@ public:
         if (known != made_.end()) {
             return known->second;
         }
-        return made_.size() < kMostTexts ? made_.emplace(std::move(key), make()).first->second
-                                         : Suggestions();
+        return isSpent() ? Suggestions() : made_.emplace(std::move(key), make()).first->second;
     }
-    bool isSpent() const { return made_.size() >= kMostTexts; }
+    bool isSpent() const { return made_.size() >= kMostTexts || compared_ >= kMostCompared; }
+
+    // To be told of so many names of the description.
+    void compare(std::size_t names) { compared_ += names; }
 
 private:
     static constexpr std::size_t kLongest = 200;
     const KeywordTable& words_;
     std::unique_ptr<MeantWords> meant_; // most scripts have nothing to suggest
     std::unordered_map<std::u16string, Suggestions> made_;
+    std::size_t compared_ = 0;
 };
 
 // For the head of a command line: what its words mean, without guesses.

@@ -200,7 +200,7 @@ bool isUncolonedSpeaker(const ScriptChecks& checks, std::u16string_view line) {
 // bounded time.
 constexpr std::size_t kMostTags = 100;
 
-ClosestNames closestTags(const ScriptChecks& checks, std::u16string_view head) {
+ClosestNames closestTags(ScriptChecks& checks, std::u16string_view head) {
     ClosestNames closest(head);
     for (const MarkerSpec& marker : kMarkers) {
         for (const MarkerSpelling& spelling : marker.spellings) {
@@ -214,6 +214,7 @@ ClosestNames closestTags(const ScriptChecks& checks, std::u16string_view head) {
     }
     std::size_t left =
         checks.suggestions.isSpent() ? kMostTags : checks.staging.tags.tagNames.all().size();
+    checks.suggestions.compare(2 * left);
     for (const auto& [japanese, english] : checks.staging.tags.tagNames.all()) {
         if (left-- == 0) {
             break;

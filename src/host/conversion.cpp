@@ -59,8 +59,8 @@ template <typename Work> auto orHostError(Work work) {
 
 } // namespace
 
-Filter::Filter() : files_(platform::system()) {
-    files_.load();
+Filter::Filter() : files_(std::make_unique<IniFiles>(platform::system())) {
+    files_->load();
 }
 
 std::optional<std::u16string_view> Filter::vocabularyFor(VocabularyCheck check) {
@@ -77,7 +77,7 @@ Analysis Filter::run(const ConversionRequest& request, AnalysisWants wants, Voca
                      const std::optional<MediaNames>& media) {
     wants.vocabulary = vocabularyFor(check);
     return orHostError([&] {
-        return analyze({request, files_.words, files_.settings, language(),
+        return analyze({request, files_->words, files_->settings, language(),
                         media.has_value() ? &*media : nullptr},
                        wants, platform::system());
     });

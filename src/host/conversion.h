@@ -2,6 +2,7 @@
 #ifndef TVML_HOST_CONVERSION_H
 #define TVML_HOST_CONVERSION_H
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,7 +30,7 @@ public:
     // What the vocabulary and a description have wrong.
     std::vector<Diagnostic> check(std::u16string_view description, VocabularyCheck check);
 
-    const KeywordTable& words() const { return files_.words; }
+    const KeywordTable& words() const { return files_->words; }
 
     // The file of the words, with its text when run() was to check it.
     SourceText vocabulary() const { return {vocabularyName_, vocabularyText_}; }
@@ -38,7 +39,7 @@ private:
     // The text to check; none when it is not to be checked.
     std::optional<std::u16string_view> vocabularyFor(VocabularyCheck check);
 
-    IniFiles files_;
+    std::unique_ptr<IniFiles> files_; // too large for a small stack
     std::string vocabularyName_;
     std::u16string vocabularyText_;
 };

@@ -105,12 +105,23 @@ struct Explanation {
     }
 };
 
+// The line of a number; null for one that is not to be explained.
+Explained* lineIn(std::vector<Explained>& lines, std::int32_t number) {
+    const std::int64_t index = lines.empty() ? -1 : number - lines.front().story.line;
+    const bool isThere = index >= 0 && index < static_cast<std::int64_t>(lines.size());
+    return isThere ? &lines[static_cast<std::size_t>(index)] : nullptr;
+}
+
 void addOutput(const SourceMap& map, std::u16string_view text, std::vector<Explained>& lines) {
     for (std::size_t line = 0; line < map.lineCount(); ++line) {
         const std::size_t end = std::min(text.find(u'\n'), text.size());
-        for (Explained& one : lines) {
-            if (map.comesFrom(line, one.story.line)) {
-                one.output.push_back({line + 1, std::u16string(text.substr(0, end))});
+        for (const std::uint32_t number : map.originsOf(line)) {
+            const LineOrigin& origin = map.origin(number);
+            Explained* const one =
+                origin.kind == OriginKind::playMark ? nullptr : lineIn(lines, origin.line);
+            // A line of the output may have several parts from one of the script.
+            if (one != nullptr && (one->output.empty() || one->output.back().number != line + 1)) {
+                one->output.push_back({line + 1, std::u16string(text.substr(0, end))});
             }
         }
         text = text.substr(std::min(end + 1, text.size()));
@@ -129,9 +140,8 @@ Explanation explain(const Options& options, const Place& place) {
         result.lines.push_back({std::move(story), {}, {}});
     }
     for (Diagnostic& problem : analysis.problems) {
-        const auto line = std::ranges::find(result.lines, problem.line,
-                                            [](const Explained& one) { return one.story.line; });
-        if (problem.source == SourceKind::script && line != result.lines.end()) {
+        Explained* const line = lineIn(result.lines, problem.line);
+        if (problem.source == SourceKind::script && line != nullptr) {
             line->problems.push_back(std::move(problem));
         }
     }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 #include "host/host_error.h"
 #include "host/inputs.h"
@@ -35,15 +36,15 @@ plays::CastWish wishIn(const std::string& given, const KeywordTable& words) {
 }
 
 plays::ImportedPlay imported(const Options& options, const Inputs& inputs) {
-    IniFiles files(platform::system());
-    files.load();
+    const auto files = std::make_unique<IniFiles>(platform::system()); // the stack may be small
+    files->load();
     std::vector<plays::CastWish> wishes;
     for (const std::string& given : options.cast) {
-        wishes.push_back(wishIn(given, files.words));
+        wishes.push_back(wishIn(given, files->words));
     }
     try {
         return plays::importPlay({inputs.script, options.playFormat, wishes, options.titles,
-                                  inputs.description, files.words, files.settings},
+                                  inputs.description, files->words, files->settings},
                                  platform::system());
     } catch (const TvmlException& problem) {
         throw HostError{kInputOrOutputFailed, errorLine(Message::failure_xml, {problem.message()})};

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 
 #include "diagnostics/diagnostics.h"
 #include "filter/conversion_run.h"
@@ -88,7 +89,9 @@ private:
         const ConversionRequest conversion = conversionOf(text);
         DiagnosticCollector problems(conversion);
         const Listeners listeners{&problems, &hearing};
-        ConversionRun(request_.words, request_.settings, platform_, &listeners).convert(conversion);
+        // Not on the stack, which may be small.
+        std::make_unique<ConversionRun>(request_.words, request_.settings, platform_, &listeners)
+            ->convert(conversion);
         const std::size_t before = refused_.size();
         for (const Diagnostic& found : problems.take()) {
             const auto line = static_cast<std::size_t>(found.line) - 1;
@@ -140,7 +143,7 @@ private:
 } // namespace
 
 ImportedPlay importPlay(const ImportRequest& request, const platform::Platform& platform) {
-    return Import(request, platform).take();
+    return std::make_unique<Import>(request, platform)->take();
 }
 
 } // namespace tvml::plays

@@ -113,14 +113,12 @@ void ScriptStatistics::noteFile(const ScriptLine& line, std::int32_t number) {
     if (file.use == FileUse::none) {
         return;
     }
-    const auto known = std::ranges::find_if(files, [&](const NamedFile& each) {
-        return each.use == file.use && each.name == file.name;
-    });
-    if (known != files.end()) {
-        known->lines.push_back(number);
-    } else {
-        files.push_back({file.use, std::u16string(file.name), {number}});
+    const auto [known, isNew] =
+        fileAt_.emplace(std::pair(file.use, std::u16string(file.name)), files.size());
+    if (isNew) {
+        files.push_back({file.use, std::u16string(file.name), {}});
     }
+    files[known->second].lines.push_back(number);
 }
 
 } // namespace tvml

@@ -60,6 +60,7 @@ private:
     void noteFile(const ScriptLine& line, std::int32_t number);
 
     bool isOffline_ = false;
+    std::map<std::pair<FileUse, std::u16string>, std::size_t> fileAt_; // in `files`
 };
 
 // How long a voice of this speed takes to say a text. A speed that is no number

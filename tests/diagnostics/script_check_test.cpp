@@ -316,5 +316,28 @@ TEST(Suggestions, EditDistance) {
     }
 }
 
+// Names that are missing are compared with those that are there only so often, that
+// many of both do not cost their product. All of them are told all the same.
+TEST(ScriptCheck, ManyMissingNamesAreNotComparedWithAllOthers) {
+    constexpr std::size_t kSets = 3000;
+    std::u16string sets;
+    std::u16string script;
+    for (std::size_t i = 0; i < kSets; ++i) {
+        const std::u16string number = utf16(std::to_string(10'000 + i));
+        sets.append(u"セット").append(number).append(u"::Set").append(number).append(u"::x.obj\n");
+        script.append(u"(set: Sett").append(number).append(u")\n");
+    }
+    TestProgramme programme;
+    programme.description.insert(programme.description.find(u"</staging>"),
+                                 u"<set>" + sets + u"</set>");
+    const std::vector<Diagnostic> found = foundInScript(script, programme);
+    ASSERT_EQ(found.size(), kSets);
+    EXPECT_FALSE(found.front().suggestions.empty());
+    EXPECT_TRUE(found.back().suggestions.empty());
+    const auto compared = static_cast<std::size_t>(std::ranges::count_if(
+        found, [](const Diagnostic& each) { return !each.suggestions.empty(); }));
+    EXPECT_LE(compared * 2 * kSets, 3U * 500'000U);
+}
+
 } // namespace
 } // namespace tvml
