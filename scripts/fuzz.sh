@@ -11,7 +11,7 @@ set -euo pipefail
 
 seconds=${1:-30}
 [ $# -eq 0 ] || shift
-[ $# -gt 0 ] || set -- pipeline description talk ini command
+[ $# -gt 0 ] || set -- pipeline description talk ini command analysis
 
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=${TVML_FUZZ_BUILD:-$source/build/fuzz}
