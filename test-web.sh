@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 #
 # Sets up and tests what runs in browsers: the types and the style of the page's
-# sources, its timing and drawing, and the page itself in Debian's Chromium.
+# sources, its timing and drawing, the page itself in Debian's Chromium, and the
+# engine for pages.
 #
 # Exit status: 0 all passed, 77 the page's tools or the browser cannot be had here.
 
@@ -60,4 +61,6 @@ done
 cd web/storyboard
 npm run --silent schema "$work"/*.json
 PAGE=$work/page.html HOSTILE=$work/hostile.html LONG=$work/long.html npm run --silent browser
+cd ../..
+scripts/test-engine.sh # its exit status is of the same kind
 echo "test-web: passed"
