@@ -103,27 +103,6 @@ test("generated and hostile inputs become the same scripts", async () => {
   assert.ok(converted > 500, `only ${converted} of 1000 were converted at all`);
 });
 
-test("all bytes of the ini files' encodings mean the same", async () => {
-  const pairs = [];
-  for (let lead = 0x80; lead < 0x100; ++lead) {
-    for (let trail = 0x3f; trail < 0x100; ++trail) {
-      pairs.push([lead, trail]);
-    }
-  }
-  // In values that are short enough to be read.
-  const keys = shipped.mirvolIni.toString("latin1").match(/^speak_\w+/gm);
-  for (let at = 0; at < pairs.length; at += keys.length * 40) {
-    const lines = keys.flatMap((key, index) => {
-      const value = pairs.slice(at + index * 40, at + (index + 1) * 40).flat();
-      return [Buffer.from(`${key}=`), Buffer.from(value), Buffer.from("\r\n")];
-    });
-    const mirvolIni = Buffer.concat([Buffer.from("[TALK]\r\n"), ...lines]);
-    const script = "A: One.\nA: Two. (slow)\nA: Three. (very slow)\nA: Four. (fast)\nA: Five. (very fast)\n";
-    const { description } = programmes[0];
-    await compare([{ script, description }], { ...shipped, mirvolIni });
-  }
-});
-
 test("texts that no memory holds are refused with a word", async () => {
   const engine = await loadEngine(module);
   const huge = "x".repeat(2 ** 29 - 24);
