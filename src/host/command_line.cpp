@@ -26,8 +26,10 @@
 #include "host/import_command.h"
 #include "host/language.h"
 #include "host/list_command.h"
+#include "host/lsp_command.h"
 #include "host/manual_command.h"
 #include "host/option_table.h"
+#include "host/project_options.h"
 #include "host/stats_command.h"
 #include "host/storyboard_command.h"
 #include "platform/host_services.h"
@@ -45,6 +47,9 @@ constexpr CommandSet kExplain = 1U << 6;
 constexpr CommandSet kHelp = 1U << 7;
 constexpr CommandSet kImport = 1U << 8;
 constexpr CommandSet kStoryboard = 1U << 9;
+constexpr CommandSet kLsp = 1U << 10;
+constexpr CommandSet kOfProjects =
+    kConvert | kCheck | kStats | kExplain | kList | kImport | kLsp | kStoryboard;
 
 // A value and its name on the command line.
 template <typename Value> struct Choice {
@@ -259,8 +264,8 @@ constexpr OptionRow kOptions[] = {
     {kExplain, "PLACE", Message::value_place, scriptArgument, Message::option_place},
     {kList, "TABLE", Message::value_table, tableArgument, Message::option_table,
      choicesOf<kListedTables>},
-    {kConvert | kCheck | kStats | kExplain | kList | kImport | kStoryboard, "-d,--description",
-     Message::value_file, text<&Options::description>, Message::option_description},
+    {kOfProjects, "-d,--description", Message::value_file, text<&Options::description>,
+     Message::option_description},
     {kConvert, "-o,--output", Message::value_file, text<&Options::output>, Message::option_output},
     {kStoryboard, "-o,--output", Message::value_file, text<&Options::output>,
      Message::option_storyboard},
@@ -297,8 +302,8 @@ constexpr OptionRow kOptions[] = {
      choicesOf<kOutputEncodings>},
     {kConvert, "--source-map", Message::value_file, text<&Options::sourceMap>,
      Message::option_sourceMap},
-    {kConvert | kCheck | kStoryboard, "--media", Message::value_folder, texts<&Options::media>,
-     Message::option_media},
+    {kConvert | kCheck | kStoryboard | kLsp, "--media", Message::value_folder,
+     texts<&Options::media>, Message::option_media},
     {kConvert | kCheck, "--watch", {}, flag<&Options::watch>, Message::option_watch},
     {kConvert, "--library", Message::value_file, text<&Options::library>, Message::option_library},
     {kConvert | kCheck, "--failure-level", Message::value_level,
@@ -310,6 +315,9 @@ constexpr OptionRow kOptions[] = {
      Message::option_deny, codes},
     {kConvert | kCheck | kExplain, "--color", Message::value_color,
      choice<&Options::color, kColorChoices>, Message::option_color, choicesOf<kColorChoices>},
+    {kOfProjects, "--project", Message::value_file, text<&Options::project>,
+     Message::option_project},
+    {kOfProjects, "--no-project", {}, flag<&Options::noProject>, Message::option_noProject},
     {kAllCommands, "--language", Message::value_language, languageOption, Message::option_language,
      languageNames},
     {kCheck, "--explain", Message::value_code, explanation, Message::option_explain, codes},
@@ -325,6 +333,7 @@ constexpr CommandRow kCommands[] = {
     {kStoryboard, "storyboard", Message::command_storyboard, Message::more_storyboard,
      runStoryboard},
     {kList, "list", Message::command_list, Message::more_list, runList},
+    {kLsp, "lsp", Message::command_lsp, Message::more_lsp, runLsp},
     {kCompletion, "completion", Message::command_completion, Message::more_completion,
      runCompletion},
     {kManual, "man", Message::command_man, Message::more_man, runManual},
@@ -564,7 +573,14 @@ int runCommandLine(const std::vector<std::string>& arguments) {
             ? HostError{kWrongUsage, errorLine(Message::usage_other, {error.what()})}
             : usageError(*row, *app.get_subcommand(row->name), error);
     }
-    options.forwarded = forwardedOf(*app.get_subcommand(row->name));
+    const CLI::App& command = *app.get_subcommand(row->name);
+    options.forwarded = forwardedOf(command);
+    if ((row->bit & kOfProjects & ~kLsp) != 0) {
+        applyProject(options, [&command](const char* name) {
+            const CLI::Option* option = command.get_option_no_throw(name);
+            return option != nullptr && option->count() > 0;
+        });
+    }
     return row->run(options);
 }
 
