@@ -50,12 +50,12 @@ mkdir -p build/editors
 if ! have_node; then
   skip "Node.js 18 or later is not installed: no client on vscode-jsonrpc, no extension"
 else
-  if npm_packages tests/editors build/editors/npm-client.log; then
+  if npm_packages tests/editors "$PWD/build/editors/npm-client.log"; then
     node --test tests/editors/
   else
     skip "the packages of tests/editors cannot be installed (build/editors/npm-client.log)"
   fi
-  if npm_packages editors/vscode build/editors/npm-vscode.log; then
+  if npm_packages editors/vscode "$PWD/build/editors/npm-vscode.log"; then
     editors/vscode/pack.sh "$TVMLFILTER"
   else
     skip "the packages of editors/vscode cannot be installed (build/editors/npm-vscode.log)"

@@ -28,6 +28,7 @@
 #include "host/list_command.h"
 #include "host/lsp_command.h"
 #include "host/manual_command.h"
+#include "host/new_command.h"
 #include "host/option_table.h"
 #include "host/project_options.h"
 #include "host/stats_command.h"
@@ -48,6 +49,7 @@ constexpr CommandSet kHelp = 1U << 7;
 constexpr CommandSet kImport = 1U << 8;
 constexpr CommandSet kStoryboard = 1U << 9;
 constexpr CommandSet kLsp = 1U << 10;
+constexpr CommandSet kNew = 1U << 11;
 constexpr CommandSet kOfProjects =
     kConvert | kCheck | kStats | kExplain | kList | kImport | kLsp | kStoryboard;
 
@@ -258,6 +260,7 @@ constexpr OptionRow kOptions[] = {
     {kCheck, "SCRIPT", Message::value_scripts, optionalScripts, Message::option_checked},
     {kStats | kStoryboard, "SCRIPT", Message::value_script, scriptArgument, Message::option_script},
     {kImport, "PLAY", Message::value_play, scriptArgument, Message::option_play},
+    {kNew, "FOLDER", Message::value_folder, scriptArgument, Message::option_newFolder},
     {kHelp, "COMMAND", Message::value_command, topicArgument, Message::option_topic, commandNames},
     {kCompletion, "SHELL", Message::value_shell, shellArgument, Message::option_shell,
      choicesOf<kShells>},
@@ -333,6 +336,7 @@ constexpr CommandRow kCommands[] = {
     {kStoryboard, "storyboard", Message::command_storyboard, Message::more_storyboard,
      runStoryboard},
     {kList, "list", Message::command_list, Message::more_list, runList},
+    {kNew, "new", Message::command_new, Message::more_new, runNew},
     {kLsp, "lsp", Message::command_lsp, Message::more_lsp, runLsp},
     {kCompletion, "completion", Message::command_completion, Message::more_completion,
      runCompletion},
