@@ -129,11 +129,11 @@ TEST(Answers, DefinitionAndReferences) {
         return found.empty() ? std::string()
                              : found[0]["uri"].get<std::string>() + " " + place(found[0]["range"]);
     };
-    EXPECT_EQ(target(1, 8), "file:///work/news.xml 9:0-8");  // the set
-    EXPECT_EQ(target(2, 0), "file:///work/news.xml 2:0-15"); // A's model
-    EXPECT_EQ(target(3, 3), "file:///work/news.xml 14:0-5"); // the pose
-    EXPECT_EQ(target(4, 1), "file:///work/news.xml 17:0-4"); // the tag
-    EXPECT_EQ(target(5, 12), "file:///work/media/map.png 0:0-0");
+    EXPECT_EQ(target(1, 8), "file:///plays/news.xml 9:0-8");  // the set
+    EXPECT_EQ(target(2, 0), "file:///plays/news.xml 2:0-15"); // A's model
+    EXPECT_EQ(target(3, 3), "file:///plays/news.xml 14:0-5"); // the pose
+    EXPECT_EQ(target(4, 1), "file:///plays/news.xml 17:0-4"); // the tag
+    EXPECT_EQ(target(5, 12), "file:///plays/media/map.png 0:0-0");
     EXPECT_EQ(target(9, 5), "");
     std::string lines;
     for (const Json& use : client.askAt("references", 4, 1, {{"context", Json::object()}})) {

@@ -6,9 +6,9 @@ namespace tvml::lsp {
 
 MemoryMachine::MemoryMachine() : description(kExampleDescription) {
     memory.files[u"/host/keyword.ini"] = vocabularyWith(u"");
-    project.description = "/work/news.xml";
-    project.media = {"/work/media"};
-    media = {{u"map.png", "/work/media/map.png"}};
+    project.description = "/plays/news.xml";
+    project.media = {"/plays/media"};
+    media = {{u"map.png", "/plays/media/map.png"}};
 }
 
 Client::Client(bool initialized, std::string_view locale)

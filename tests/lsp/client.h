@@ -42,8 +42,8 @@ private:
 
 class Client {
 public:
-    static constexpr const char* kScript = "file:///work/news.txt";
-    static constexpr const char* kDescription = "file:///work/news.xml";
+    static constexpr const char* kScript = "file:///plays/news.txt";
+    static constexpr const char* kDescription = "file:///plays/news.xml";
 
     // Starts, and says who it is, when asked to.
     explicit Client(bool initialized = true, std::string_view locale = "en");

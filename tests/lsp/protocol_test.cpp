@@ -107,7 +107,7 @@ TEST(Protocol, WrongMessagesGetTheProtocolsErrors) {
 TEST(Protocol, HalfACharacterIsNoEndOfTheDocument) {
     Client client;
     client.sendRaw(framed(R"({"jsonrpc":"2.0","method":"textDocument/didOpen","params":{
-        "textDocument":{"uri":"file:///work/news.txt","version":1,
+        "textDocument":{"uri":"file:///plays/news.txt","version":1,
         "text":"A: \ud83d (x)\\ud83d \ud842\udf9f\n(dance)\n"}}})"));
     client.session.work();
     EXPECT_EQ(client.server.documentAt(Client::kScript)->text(),
@@ -156,7 +156,7 @@ TEST(Protocol, WhatFilesSayCounts) {
     client.open("（ばんざい）\nA: (banzai)\n");
     EXPECT_EQ(client.findings(), "");
     client.machine.description = u"<staging>\n<bowl>x</bowl>\n</staging>\n";
-    client.machine.stamps["/work/news.xml"] = "later";
+    client.machine.stamps["/plays/news.xml"] = "later";
     client.session.idle();
     EXPECT_NE(client.findings(), "");
     EXPECT_EQ(client.findings(Client::kDescription), "1:0 D315; ");
