@@ -16,7 +16,8 @@ set(root "${WORK}/unpacked/${NAME}")
 
 foreach(name IN ITEMS
     "${PROGRAM}" "${LIBRARY}" keyword.ini Mirvol.ini default.xml README.txt include/fil_process.h
-    docs/embedding.md examples/embedding/host.c licences/CLI11.txt licences/nlohmann-json.txt)
+    docs/embedding.md examples/embedding/host.c licences/CLI11.txt licences/nlohmann-json.txt
+    licences/tomlplusplus.txt)
   if(NOT EXISTS "${root}/${name}")
     message(SEND_ERROR "the package lacks ${name}")
   endif()

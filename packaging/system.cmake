@@ -97,6 +97,7 @@ install(FILES copyright "${made}/changelog.gz" "${PROJECT_SOURCE_DIR}/CHANGELOG.
 #   cpack --config build/release/CPackConfig.cmake -G DEB
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 configure_file(shlibs.in "${made}/shlibs" @ONLY)

@@ -6,7 +6,7 @@
 #
 # Installs what is missing of the cross compiler and its helpers, cross-builds
 # expat and GoogleTest from Debian's own sources as static libraries, and puts
-# them with the headers of CLI11 and nlohmann-json and the licence texts of
+# them with the headers of CLI11, nlohmann-json and toml++ and the licence texts of
 # all that goes into the binaries into one folder, which is kept in the user's
 # cache and reused. The last line of the standard output is that folder, to be
 # given to CMake as CMAKE_PREFIX_PATH together with cmake/win32-toolchain.cmake;
@@ -29,10 +29,10 @@
 set -euo pipefail
 
 readonly expat_version=2.5.0
-readonly recipe=3 # to be raised with any change in how the folder is made
+readonly recipe=4 # to be raised with any change in how the folder is made
 readonly compiler_package=g++-mingw-w64-i686-posix
 readonly packages=("$compiler_package" cmake ninja-build dpkg-dev googletest
-                   libcli11-dev nlohmann-json3-dev)
+                   libcli11-dev nlohmann-json3-dev libtomlplusplus-dev)
 
 source_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 readonly source_root
@@ -200,7 +200,7 @@ folder_key() {
   {
     echo "recipe $recipe, expat $expat_version"
     dpkg-query -W -f='${Package} ${Version}\n' "$compiler_package" \
-      googletest libcli11-dev nlohmann-json3-dev
+      googletest libcli11-dev nlohmann-json3-dev libtomlplusplus-dev
     cat "$toolchain"
   } | sha256sum | cut -c 1-16
 }
@@ -223,6 +223,7 @@ collect_licences() {
   cp "$from/COPYING" "$into/expat.txt" ||
     fail "the licence of expat is not in its source package"
   for package in libcli11-dev:CLI11 nlohmann-json3-dev:nlohmann-json \
+    libtomlplusplus-dev:tomlplusplus \
     gcc-mingw-w64-i686-posix-runtime:gcc-runtime mingw-w64-common:mingw-w64; do
     name=${package#*:}
     package=${package%:*}
@@ -268,8 +269,8 @@ build_prefix() {
     fail "GoogleTest could not be installed into the cache"
 
   # Header-only libraries: just these, and not the rest of the machine's headers.
-  cp -R /usr/include/CLI /usr/include/nlohmann "$stage$prefix/include/" ||
-    fail "the headers of CLI11 and nlohmann-json could not be copied"
+  cp -R /usr/include/CLI /usr/include/nlohmann /usr/include/toml++ "$stage$prefix/include/" ||
+    fail "the headers of CLI11, nlohmann-json and toml++ could not be copied"
   mkdir -p "$stage$prefix/share/cmake"
   for part in CLI11 nlohmann_json; do
     if [ -d "/usr/share/cmake/$part" ]; then

@@ -11,7 +11,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build git
-  libexpat1-dev libicu-dev libcli11-dev nlohmann-json3-dev
+  libexpat1-dev libicu-dev libcli11-dev nlohmann-json3-dev libtomlplusplus-dev
   libgtest-dev libbenchmark-dev
   python3 python3-polib esbuild
   clang-format valgrind mandoc pkg-config

@@ -19,17 +19,27 @@ bool isBrokenDescription(const Diagnostic& found) {
     return found.code == Code("D318");
 }
 
+std::vector<Diagnostic> problemsOfDescription(const AnalysisRequest& request,
+                                              const ConversionRequest& conversion,
+                                              const platform::Platform& platform) {
+    return request.ofDescription != nullptr
+               ? *request.ofDescription
+               : checkDescription(conversion.description, request.words, platform, request.language,
+                                  conversion.parsed);
+}
+
 } // namespace
 
 Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
                  const platform::Platform& platform) {
     ConversionRequest conversion = request.conversion;
-    if (wants.problems || wants.elements) {
+    if (conversion.parsed == nullptr && (wants.problems || wants.elements)) {
         conversion.parsed = parseDescription(conversion.description);
     }
     DiagnosticCollector problems(conversion, request.language, request.media);
     StoryRecorder stories(wants.stories.first, wants.stories.last);
     SourceMapRecorder map;
+    UseRecorder uses;
     BeatRecorder beats;
     StoryboardRecorder storyboard;
     Analysis result;
@@ -43,6 +53,7 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     listen(wants.problems, problems);
     listen(wants.stories.last >= wants.stories.first, stories);
     listen(wants.sourceMap, map);
+    listen(wants.uses, uses);
     listen(wants.beats, beats);
     listen(wants.storyboard, storyboard);
     listen(wants.statistics, result.statistics);
@@ -57,8 +68,7 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
                checkVocabulary(request.words, *wants.vocabulary, request.language));
     }
     if (wants.problems) {
-        append(result.problems, checkDescription(conversion.description, request.words, platform,
-                                                 request.language, conversion.parsed));
+        append(result.problems, problemsOfDescription(request, conversion, platform));
         std::vector<Diagnostic> ofScript = problems.take();
         if (std::any_of(result.problems.begin(), result.problems.end(), isBrokenDescription)) {
             dropConsequences(ofScript, conversion.script, conversion.description, request.language);
@@ -74,6 +84,7 @@ Analysis analyze(const AnalysisRequest& request, const AnalysisWants& wants,
     result.stories = stories.take();
     result.lineCount = stories.lineCount();
     result.sourceMap = map.take();
+    result.uses = uses.take();
     result.beats = beats.take();
     if (wants.storyboard) {
         result.storyboard = storyboard.take();

@@ -18,6 +18,7 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/line_uses.h"
 #include "analysis/programme_offer.h"
 #include "diagnostics/diagnostics.h"
 #include "listening/beats.h"
@@ -34,6 +35,9 @@ struct AnalysisRequest {
     const TvmlIniMirvol& settings;
     Language language = Language::en;  // of the problems
     const MediaNames* media = nullptr; // the pictures and sounds that are there, when known
+
+    // What the description has wrong, when it was checked before.
+    const std::vector<Diagnostic>* ofDescription = nullptr;
 };
 
 // Lines from `first` to `last`, both from 1.
@@ -50,6 +54,7 @@ struct AnalysisWants {
     LineRange stories = {};
     bool sourceMap = false;
     bool elements = false; // the places of the description's elements
+    bool uses = false;     // of templates
     bool beats = false;
     bool storyboard = false;
     bool statistics = false;
@@ -66,6 +71,7 @@ struct Analysis {
     std::vector<LineStory> stories;
     SourceMap sourceMap;
     std::vector<ElementPlace> elements;
+    std::vector<LineUse> uses; // in the order of the lines
     std::vector<Beat> beats;
     Storyboard storyboard;
     ScriptStatistics statistics;

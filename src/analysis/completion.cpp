@@ -21,14 +21,18 @@ public:
                std::size_t place)
         : reader_(reader), words_(reader.words()), offer_(offer),
           before_(line.substr(0, std::min(place, line.size()))),
+          behind_(line.substr(before_.size())),
           english_(!trimScriptText(before_, words_).empty() && looksEnglish(before_)) {}
 
     Completions run() {
         LineContext context{u'Z', {}};
         reader_.read(before_, context, line_);
         replace(line_.trimmed);
-        if (line_.kind == LineKind::tag) {
-            return std::move(result_); // its text is the writer's own
+        if (const TagReading* tag = line_.tag()) {
+            // Its text is the writer's own, but for a file.
+            result_.file = line_.file().use;
+            replace(tag->value);
+            return std::move(result_);
         }
         const bool opened =
             line_.content.starts_with(u'(') || words_[u"kakko"].starts(line_.content);
@@ -57,8 +61,26 @@ private:
         result_.replaced = {first, before_.size() - first};
     }
 
+    // The bracket that ends the command, unless the line has one.
+    std::u16string closing() const {
+        const std::u16string_view word = words_[u"toji_kakko"].textOrEmpty();
+        const bool isClosed =
+            behind_.find(u')') != kNone || words_[u"toji_kakko"].findUnitsIn(behind_) != kNone;
+        const bool isWide = !line_.content.starts_with(u'(') && !word.empty();
+        return isClosed ? u"" : std::u16string(isWide ? word.substr(0, 1) : kBracket);
+    }
+
+    // A colon as the line writes them, unless it stands there.
+    std::u16string colon() const {
+        const std::u16string_view word = words_[u"colon"].textOrEmpty();
+        const bool isThere =
+            behind_.starts_with(u':') || (!word.empty() && behind_.starts_with(word));
+        return isThere ? u"" : std::u16string(english_ || word.empty() ? u":" : word);
+    }
+
     void completeCommand() {
         const char16_t speaker = line_.speaker;
+        closing_ = closing();
         finished_.assign(before_).append(kBracket);
         LineContext context{u'Z', {}};
         reader_.read(finished_, context, line_);
@@ -108,6 +130,10 @@ private:
             return offer({OfferKind::voice});
         case Arguments::modelName:
             return offer({OfferKind::model});
+        case Arguments::fileName:
+            result_.file = FileUse::speech;
+            result_.ending = closing_;
+            return;
         default:
             return;
         }
@@ -129,9 +155,30 @@ private:
         }
     }
 
+    // A command that wants a name goes on behind a colon, all others are whole.
+    std::u16string endingOf(OfferKind kind, std::u16string_view english) const {
+        switch (kind) {
+        case OfferKind::character:
+        case OfferKind::marker:
+        case OfferKind::tag:
+            return colon();
+        case OfferKind::staging:
+        case OfferKind::setting:
+            return wantsName(english) ? colon() : closing_;
+        default:
+            return closing_;
+        }
+    }
+
+    static bool wantsName(std::u16string_view english) {
+        return std::ranges::any_of(kCommands, [english](const CommandSpec& row) {
+            return row.name == english && followsColon(row.arguments);
+        });
+    }
+
     void add(OfferKind kind, std::u16string_view english, std::u16string_view word) {
-        result_.all.push_back(
-            {kind, std::u16string(english_ ? english : word), std::u16string(english)});
+        result_.all.push_back({kind, std::u16string(english_ ? english : word),
+                               std::u16string(english), endingOf(kind, english)});
     }
 
     void offer(std::initializer_list<OfferKind> kinds) {
@@ -150,8 +197,10 @@ private:
     const KeywordTable& words_;
     const ProgrammeOffer& offer_;
     const std::u16string_view before_;
+    const std::u16string_view behind_;
     const bool english_;
     std::u16string finished_;
+    std::u16string closing_;
     ScriptLine line_;
     Completions result_;
 };

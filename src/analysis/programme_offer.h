@@ -65,11 +65,14 @@ struct Completion {
     OfferKind kind = OfferKind::action;
     std::u16string text;
     std::u16string english; // what it means
+    std::u16string ending;  // that it wants behind it: a colon, or a bracket that is still open
 };
 
 struct Completions {
     LinePlace replaced; // what each would stand in place of
     std::vector<Completion> all;
+    FileUse file = FileUse::none; // a file of this use may stand there, and no name
+    std::u16string ending;        // of the file
 };
 
 // What may stand where `place` units of the line stand before it: in the language

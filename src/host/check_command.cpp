@@ -11,6 +11,7 @@
 #include <tuple>
 #include <utility>
 
+#include "analysis/source_texts.h"
 #include "diagnostics/diagnostics.h"
 #include "diagnostics/text_width.h"
 #include "host/conversion.h"

@@ -26,8 +26,11 @@
 #include "host/import_command.h"
 #include "host/language.h"
 #include "host/list_command.h"
+#include "host/lsp_command.h"
 #include "host/manual_command.h"
+#include "host/new_command.h"
 #include "host/option_table.h"
+#include "host/project_options.h"
 #include "host/stats_command.h"
 #include "host/storyboard_command.h"
 #include "host/text_files.h"
@@ -46,6 +49,10 @@ constexpr CommandSet kExplain = 1U << 6;
 constexpr CommandSet kHelp = 1U << 7;
 constexpr CommandSet kImport = 1U << 8;
 constexpr CommandSet kStoryboard = 1U << 9;
+constexpr CommandSet kLsp = 1U << 10;
+constexpr CommandSet kNew = 1U << 11;
+constexpr CommandSet kOfProjects =
+    kConvert | kCheck | kStats | kExplain | kList | kImport | kLsp | kStoryboard;
 
 // A value and its name on the command line.
 template <typename Value> struct Choice {
@@ -280,14 +287,15 @@ constexpr OptionRow kOptions[] = {
     {kCheck, "SCRIPT", Message::value_scripts, optionalScripts, Message::option_checked},
     {kStats | kStoryboard, "SCRIPT", Message::value_script, scriptArgument, Message::option_script},
     {kImport, "PLAY", Message::value_play, scriptArgument, Message::option_play},
+    {kNew, "FOLDER", Message::value_folder, scriptArgument, Message::option_newFolder},
     {kHelp, "COMMAND", Message::value_command, topicArgument, Message::option_topic, commandNames},
     {kCompletion, "SHELL", Message::value_shell, shellArgument, Message::option_shell,
      choicesOf<kShells>},
     {kExplain, "PLACE", Message::value_place, scriptArgument, Message::option_place},
     {kList, "TABLE", Message::value_table, tableArgument, Message::option_table,
      choicesOf<kListedTables>},
-    {kConvert | kCheck | kStats | kExplain | kList | kImport | kStoryboard, "-d,--description",
-     Message::value_file, text<&Options::description>, Message::option_description},
+    {kOfProjects, "-d,--description", Message::value_file, text<&Options::description>,
+     Message::option_description},
     {kConvert, "-o,--output", Message::value_file, text<&Options::output>, Message::option_output},
     {kStoryboard, "-o,--output", Message::value_file, text<&Options::output>,
      Message::option_storyboard},
@@ -332,8 +340,8 @@ constexpr OptionRow kOptions[] = {
      Message::option_sourceMap},
     {kConvert, "--depfile", Message::value_file, text<&Options::dependencyFile>,
      Message::option_depfile},
-    {kConvert | kCheck | kStoryboard, "--media", Message::value_folder, texts<&Options::media>,
-     Message::option_media},
+    {kConvert | kCheck | kStoryboard | kLsp, "--media", Message::value_folder,
+     texts<&Options::media>, Message::option_media},
     {kConvert | kCheck, "--watch", {}, flag<&Options::watch>, Message::option_watch},
     {kConvert, "--library", Message::value_file, text<&Options::library>, Message::option_library},
     {kConvert | kCheck, "--failure-level", Message::value_level,
@@ -346,6 +354,9 @@ constexpr OptionRow kOptions[] = {
     {kConvert, "-q,--quiet", {}, flag<&Options::quiet>, Message::option_quiet},
     {kConvert | kCheck | kExplain, "--color", Message::value_color,
      choice<&Options::color, kColorChoices>, Message::option_color, choicesOf<kColorChoices>},
+    {kOfProjects, "--project", Message::value_file, text<&Options::project>,
+     Message::option_project},
+    {kOfProjects, "--no-project", {}, flag<&Options::noProject>, Message::option_noProject},
     {kAllCommands, "--language", Message::value_language, languageOption, Message::option_language,
      languageNames},
     {kCheck, "--explain", Message::value_code, explanation, Message::option_explain, codes},
@@ -361,6 +372,8 @@ constexpr CommandRow kCommands[] = {
     {kStoryboard, "storyboard", Message::command_storyboard, Message::more_storyboard,
      runStoryboard},
     {kList, "list", Message::command_list, Message::more_list, runList},
+    {kNew, "new", Message::command_new, Message::more_new, runNew},
+    {kLsp, "lsp", Message::command_lsp, Message::more_lsp, runLsp},
     {kCompletion, "completion", Message::command_completion, Message::more_completion,
      runCompletion},
     {kManual, "man", Message::command_man, Message::more_man, runManual},
@@ -613,8 +626,15 @@ int runCommandLine(const std::vector<std::string>& arguments) {
             ? HostError{kWrongUsage, errorLine(Message::usage_other, {error.what()})}
             : usageError(*row, *app.get_subcommand(row->name), error);
     }
+    const CLI::App& command = *app.get_subcommand(row->name);
     requireScripts(*row, options);
-    options.forwarded = forwardedOf(*app.get_subcommand(row->name));
+    options.forwarded = forwardedOf(command);
+    if ((row->bit & kOfProjects & ~kLsp) != 0) {
+        applyProject(options, [&command](const char* name) {
+            const CLI::Option* option = command.get_option_no_throw(name);
+            return option != nullptr && option->count() > 0;
+        });
+    }
     return row->run(options);
 }
 

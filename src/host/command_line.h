@@ -77,7 +77,9 @@ struct Options {
     bool quiet = false;
     bool watch = false;
     ColorChoice color = ColorChoice::automatic;
-    std::vector<std::string> media;              // folders; empty: not known
+    std::vector<std::string> media; // folders; empty: not known
+    std::string project;            // file; empty: the nearest one
+    bool noProject = false;
     std::string topic;                           // of `help`
     std::vector<std::string> cast;               // of `import`: NAME=LETTER
     std::optional<plays::PlayFormat> playFormat; // none: the one that the play looks like

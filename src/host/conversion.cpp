@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "host/host_error.h"
+#include "host/ini_folder.h"
 #include "host/inputs.h"
 #include "host/language.h"
 #include "platform/host_services.h"
@@ -59,7 +60,7 @@ template <typename Work> auto orHostError(Work work) {
 
 } // namespace
 
-Filter::Filter() : files_(std::make_unique<IniFiles>(platform::system())) {
+Filter::Filter() : files_(std::make_unique<IniFiles>(iniPlatform())) {
     files_->load();
 }
 
@@ -68,7 +69,7 @@ std::optional<std::u16string_view> Filter::vocabularyFor(VocabularyCheck check) 
     if (check == VocabularyCheck::never || (check == VocabularyCheck::whenCutOff && !cutOff)) {
         return std::nullopt;
     }
-    vocabularyName_ = fileOfProgram(u"keyword.ini");
+    vocabularyName_ = iniFile(u"keyword.ini");
     vocabularyText_ = platform::readSettings(vocabularyName_);
     return vocabularyText_;
 }

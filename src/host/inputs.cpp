@@ -33,12 +33,6 @@ std::string programFile() {
     return system.toUtf8(system.hostProgramPath(kPathUnits));
 }
 
-bool isXml(std::string_view file, std::u16string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(u" \t\n\r"), text.size()));
-    return file.ends_with(".xml") || file.ends_with(".XML") || text.starts_with(u"<?xml") ||
-           text.starts_with(u"<!") || text.starts_with(u"<staging");
-}
-
 // The description that comes with the program has its own encoding.
 std::u16string descriptionOf(const Options& options) {
     const bool given = !options.description.empty();

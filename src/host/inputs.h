@@ -49,10 +49,6 @@ Inputs readScriptInput(const Options& options);
 // HostError when one cannot be read, or when both are to come from one stream.
 Inputs readInputs(const Options& options);
 
-// Whether a text that was read as a script is a description: by its name, or by how
-// XML begins.
-bool isXml(std::string_view file, std::u16string_view text);
-
 // The path of a file that comes with the program, such as "keyword.ini".
 std::string fileOfProgram(std::u16string_view name);
 

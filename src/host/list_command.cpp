@@ -13,6 +13,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "analysis/description_places.h"
 #include "diagnostics/element_names.h"
 #include "host/conversion.h"
 #include "host/inputs.h"
@@ -233,24 +234,6 @@ std::u16string kindText(ElementKind kind) {
     return std::u16string(label(kTexts[static_cast<std::size_t>(kind)]));
 }
 
-// What stands in when a description lacks the element; empty for nothing.
-std::u16string_view defaultOf(std::u16string_view name) {
-    for (const ElementRow& row : kCharacterElements) {
-        if (row.name == name) {
-            return row.defaultText;
-        }
-    }
-    const auto inBuiltins = [name](const auto& rows) {
-        const auto row = std::ranges::find(rows, name, &BuiltinRow::name);
-        return row == rows.end() ? std::u16string_view{} : defaultTextOf(*row);
-    };
-    if (name == kTwoshotElement || name == kTitleElement) {
-        return name == kTwoshotElement ? kTwoshotDefault : BuiltinStaging::titleCard();
-    }
-    const std::u16string_view simple = inBuiltins(kSimpleElements);
-    return simple.empty() ? inBuiltins(kPlainElements) : simple;
-}
-
 // The first line, and how many follow.
 std::u16string inBrief(std::u16string_view text) {
     constexpr std::size_t kShown = 60;
@@ -259,12 +242,6 @@ std::u16string inBrief(std::u16string_view text) {
     std::u16string brief(line.substr(0, kShown));
     brief += line.size() > kShown ? u"…" : u"";
     return more <= 0 ? brief : brief + u" (+" + decimalText(static_cast<std::int32_t>(more)) + u")";
-}
-
-// How many values "$1", "$2" and so on have. Only one element has a tenth;
-// elsewhere "$11" is "$1" and a digit.
-unsigned valueCount(const ElementMeaning& meaning, std::u16string_view builtIn) {
-    return builtIn.find(u"$10") == builtIn.npos ? meaning.placeholders : 10;
 }
 
 std::string showElements(const Options& options) {
@@ -281,8 +258,8 @@ std::string showElements(const Options& options) {
         }
         const std::string_view kind = kindName(meaning.kind);
         const auto attributes = attributesOf(meaning.kind);
-        const std::u16string_view builtIn = defaultOf(name);
-        const unsigned values = valueCount(meaning, builtIn);
+        const std::u16string_view builtIn = builtInTextOf(name);
+        const unsigned values = valueCountOf(name);
         text.add({name, kindText(meaning.kind),
                   values == 0 ? u"" : decimalText(static_cast<std::int32_t>(values)),
                   inBrief(builtIn), joined({attributes.begin(), attributes.end()}, u", ")});

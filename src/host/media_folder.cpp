@@ -37,6 +37,16 @@ void addFiles(const std::string& folder, std::vector<std::u16string>& paths) {
 
 } // namespace
 
+std::vector<std::u16string> filesIn(const std::string& folder) {
+    std::vector<std::u16string> paths;
+    try {
+        addFiles(folder, paths);
+    } catch (const HostError&) {
+        paths.clear();
+    }
+    return paths;
+}
+
 std::optional<MediaNames> mediaIn(const std::vector<std::string>& folders) {
     if (folders.empty()) {
         return std::nullopt;

@@ -14,6 +14,10 @@ namespace tvml::host {
 // Throws a HostError when one cannot be read.
 std::optional<MediaNames> mediaIn(const std::vector<std::string>& folders);
 
+// The files in one folder and below, as scripts name them; none of a folder that
+// cannot be read.
+std::vector<std::u16string> filesIn(const std::string& folder);
+
 } // namespace tvml::host
 
 #endif

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "analysis/source_texts.h"
 #include "diagnostics/text_width.h"
 #include "host/language.h"
 #include "platform/host_services.h"
@@ -93,26 +94,6 @@ ScriptText readText(const std::string& file, InputEncoding encoding) {
     }
     const LineEnds lineEnds = turnLineEnds(decoded.text);
     return {std::move(decoded.text), lineEnds, decoded.encoding};
-}
-
-// Blanks are allowed in front of the document, so the declaration's place can
-// stay and all positions with it.
-void blankXmlDeclaration(std::u16string& description) {
-    constexpr std::u16string_view kBlanks = u" \t\n\r";
-    constexpr std::u16string_view kOpen = u"<?xml";
-    const std::size_t start = description.find_first_not_of(kBlanks);
-    if (start == std::u16string::npos || description.compare(start, kOpen.size(), kOpen) != 0 ||
-        description.find_first_of(kBlanks, start) != start + kOpen.size()) {
-        return; // none, or an instruction such as <?xml-stylesheet ...?>
-    }
-    const std::size_t end = description.find(u"?>", start);
-    if (end != std::u16string::npos) {
-        const auto at = [&description](std::size_t offset) {
-            return description.begin() + static_cast<std::ptrdiff_t>(offset);
-        };
-        std::replace_if(
-            at(start), at(end + 2), [](char16_t unit) { return unit != u'\n'; }, u' ');
-    }
 }
 
 std::u16string harmlessLines(std::u16string_view text) {

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "host/host_error.h"
+#include "host/ini_folder.h"
 #include "host/inputs.h"
 #include "platform/host_services.h"
 
@@ -58,8 +59,8 @@ int watchInputs(const Options& options, const std::function<void()>& work) {
     std::vector<std::string> files = options.scripts;
     files.push_back(options.description.empty() ? fileOfProgram(u"default.xml")
                                                 : options.description);
-    files.push_back(fileOfProgram(u"keyword.ini"));
-    files.push_back(fileOfProgram(u"Mirvol.ini"));
+    files.push_back(iniFile(u"keyword.ini"));
+    files.push_back(iniFile(u"Mirvol.ini"));
     if (const platform::Failure failure = watch.start(files)) {
         throw inputOrOutputError(files.front(), {}, Message::failure_watch, {systemText(*failure)});
     }

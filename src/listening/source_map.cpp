@@ -23,6 +23,12 @@ LineOrigin originOf(const TextOrigin& text) {
 
 } // namespace
 
+bool SourceMap::comesFrom(std::size_t line, std::int32_t scriptLine) const {
+    return std::ranges::any_of(originsOf(line), [&](std::uint32_t number) {
+        return origins_[number].line == scriptLine && origins_[number].kind != OriginKind::playMark;
+    });
+}
+
 // ---- stretches
 
 void OriginTrack::push(std::vector<Stretch>& side, Stretch stretch) {

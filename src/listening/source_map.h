@@ -46,6 +46,9 @@ public:
     const LineOrigin& origin(std::uint32_t number) const { return origins_[number]; }
     std::size_t lineCount() const { return starts_.size() - 1; }
 
+    // The line has something that the script line wrote or asked for.
+    bool comesFrom(std::size_t line, std::int32_t scriptLine) const;
+
 private:
     friend class SourceMapRecorder;
     std::vector<LineOrigin> origins_;

@@ -203,7 +203,7 @@ TEST(Analysis, WhatMayStand) {
         {u"A: (bow, slow, no b|", "no b", u"no blocking", u"fast"},
         {u"（セット：ニュ|", "ニュ", u"ニューススタジオ", u"お辞儀"},
         {u"Ａ：（キャラクター：|", "", u"スーツ", u"背広"},
-        {u"title: Ev|", "title: Ev", u"", u"title"},
+        {u"title: Ev|", "Ev", u"", u"title"},
         {u"Ａ：こん|", "Ａ：こん", u"", u"お辞儀"},
     };
     for (const auto& row : rows) {

@@ -42,8 +42,9 @@ TEST(HostLanguage, EveryTextOfTheCatalogueIsTranslated) {
     for (std::size_t i = 0; i < kMessageNames.size(); ++i) {
         const auto message = static_cast<Message>(i);
         const std::u16string_view japanese = textOf(message, Language::ja);
+        const bool isFileName = japanese.ends_with(u".txt");
         EXPECT_NE(japanese, textOf(message, Language::en)) << kMessageNames[i];
-        EXPECT_TRUE(isJapanese(japanese)) << kMessageNames[i];
+        EXPECT_TRUE(isJapanese(japanese) || isFileName) << kMessageNames[i];
     }
 }
 
