@@ -95,8 +95,17 @@ function studio(model: Model, screen: Screen): Shape[] {
     (one) => one,
   );
   if (signs.length > 0)
-    shapes.push(label(signs.join(' · '), 160, 10, { size: 8, anchor: 'middle', edge: '#0008' }));
+    shapes.push(label(signs.join(' · '), 160, 10, { size: 8, anchor: 'middle', edge: '#000c' }));
   return shapes;
+}
+
+// In the middle of a small place, in a corner of a wall, where people stand.
+function placeName(name: string, x: number, y: number, width: number, height: number): Shape[] {
+  const size = Math.min(9, width / 8);
+  const style: Style = { size, fill: '#26323e' };
+  return width >= WIDTH && height < HEIGHT
+    ? [label(name, x + 5, y + height - 6, style)]
+    : block(name, x + width / 2, y + height / 2, (width - 6) / size, 3, { ...style, anchor: 'middle' });
 }
 
 // The picture itself where the page has it, else a place with its name.
@@ -115,7 +124,6 @@ function picture(
   if (address) {
     return [shape('image', { x, y, width, height, href: address, preserveAspectRatio: 'xMidYMid slice' })];
   }
-  const size = Math.min(9, width / 8);
   return [
     shape('rect', { x, y, width, height, fill: '#dfe6ee', stroke: '#51606f', 'stroke-dasharray': '4 3' }),
     shape('path', {
@@ -123,11 +131,7 @@ function picture(
       stroke: '#51606f',
       opacity: 0.25,
     }),
-    ...block(name.split('\\').pop() ?? name, x + width / 2, y + height / 2, (width - 6) / size, 3, {
-      size,
-      anchor: 'middle',
-      fill: '#26323e',
-    }),
+    ...placeName(name.split('\\').pop() ?? name, x, y, width, height),
   ];
 }
 
@@ -242,17 +246,17 @@ function figure(model: Model, screen: Screen, letter: string, speaks: boolean): 
     );
   const moves = own('movement');
   if (moves) {
-    shapes.push(label(SIGNS[moves] ?? '★', -20, -2, { size: 14, anchor: 'end', edge: '#000a' }));
+    shapes.push(label(SIGNS[moves] ?? '★', -20, -2, { size: 14, anchor: 'end', edge: '#000d' }));
     shapes.push(
       label(wrapped(shownValue(model, moves), 7, 1)[0] ?? '', -20, 9, {
         size: 7,
         anchor: 'end',
-        edge: '#000a',
+        edge: '#000d',
       }),
     );
   }
   const name = own('model') || model.cast.find((one) => one.letter === letter)?.model || '';
-  shapes.push(label(name, 0, 80, { size: 7, anchor: 'middle', edge: '#000a' }));
+  shapes.push(label(name, 0, 80, { size: 7, anchor: 'middle', edge: '#000d' }));
   return shapes;
 }
 
@@ -285,13 +289,13 @@ function people(model: Model, screen: Screen, panel: Panel): Shape[] {
     shapes.push(
       label(`${speaker} ▸ ${textsOf(model.language).off}`, 6, 120, {
         size: 9,
-        edge: '#000a',
+        edge: '#000d',
         fill: '#ffe27a',
       }),
     );
   }
   if (/^track /.test(screen['camera'] ?? ''))
-    shapes.push(label('⟵  ⟶', 160, 176, { size: 12, anchor: 'middle', edge: '#000a' }));
+    shapes.push(label('⟵  ⟶', 160, 176, { size: 12, anchor: 'middle', edge: '#000d' }));
   return shapes;
 }
 
@@ -365,7 +369,7 @@ function badges(model: Model, screen: Screen, panel: Panel): Shape[] {
       label(`♪ ${changes['music'].split('\\').pop() ?? ''}`, 314, 172, {
         size: 9,
         anchor: 'end',
-        edge: '#000a',
+        edge: '#000d',
       }),
     );
   if (panel.kind === 'recording')
@@ -373,12 +377,12 @@ function badges(model: Model, screen: Screen, panel: Panel): Shape[] {
       label(`🔊 ${(panel.text ?? '').split('\\').pop() ?? ''}`, 314, 160, {
         size: 9,
         anchor: 'end',
-        edge: '#000a',
+        edge: '#000d',
       }),
     );
   if (panel.kind === 'wait')
     shapes.push(
-      label(`⏱ ${panel.seconds ?? ''} s`, 160, 100, { size: 20, anchor: 'middle', edge: '#000a' }),
+      label(`⏱ ${panel.seconds ?? ''} s`, 160, 100, { size: 20, anchor: 'middle', edge: '#000d' }),
     );
   if (panel.kind === 'tag' || panel.kind === 'embedded') {
     shapes.push(
@@ -415,7 +419,7 @@ function badges(model: Model, screen: Screen, panel: Panel): Shape[] {
         `⚙ ${who}${shownValue(model, panel.name && part !== 'camera' ? panel.name : value)}`,
         6,
         172 - i * 11,
-        { size: 9, edge: '#000a' },
+        { size: 9, edge: '#000d' },
       ),
     );
   });
@@ -427,7 +431,7 @@ function badges(model: Model, screen: Screen, panel: Panel): Shape[] {
     );
   if (screen['offline'] === 'on')
     shapes.push(
-      label(`⏭ ${textsOf(model.language).skipped}`, 160, 24, { size: 9, anchor: 'middle', edge: '#000a' }),
+      label(`⏭ ${textsOf(model.language).skipped}`, 160, 24, { size: 9, anchor: 'middle', edge: '#000d' }),
     );
   return shapes;
 }
