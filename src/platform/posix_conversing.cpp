@@ -12,6 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/posix_words.h"
+
 namespace tvml::platform {
 
 InputEvent readSomeInput(std::string& bytes, std::chrono::milliseconds time) {
@@ -41,11 +43,7 @@ Failure startProgram(const std::vector<std::string>& command) {
     while (::waitpid(-1, nullptr, WNOHANG) > 0) {
     }
     std::vector<std::string> words = command;
-    std::vector<char*> pointers;
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers = pointersTo(words);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);

@@ -4,6 +4,7 @@
 // other is gone. The kernel also asks a worker to end when the thread that
 // started it does, however that comes about.
 #include "platform/posix_io.h"
+#include "platform/posix_words.h"
 #include "platform/worker_frames.h"
 
 #include <algorithm>
@@ -67,11 +68,7 @@ bool waitUntil(int socket, std::optional<Clock::time_point> end) {
 Failure spawnThisProgram(const std::vector<std::string>& arguments, int socket, pid_t& process) {
     std::vector<std::string> words(1, "tvmlfilter");
     words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers = pointersTo(words);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, socket, STDIN_FILENO);

@@ -4,6 +4,8 @@
 #include <array>
 
 #include "platform/windows_api.h"
+#include "platform/windows_io.h"
+#include "platform/windows_words.h"
 
 namespace tvml::platform {
 namespace {
@@ -22,29 +24,6 @@ bool hasInput(HANDLE input, std::chrono::milliseconds time) {
         Sleep(kPause);
     }
     return true;
-}
-
-std::wstring wideOf(const std::string& text) {
-    std::wstring wide(text.size(), L'\0');
-    wide.resize(static_cast<std::size_t>(
-        MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(),
-                            static_cast<int>(wide.size()))));
-    return wide;
-}
-
-// As CommandLineToArgvW takes words apart.
-void appendWord(std::wstring& line, const std::wstring& word) {
-    line += line.empty() ? L"\"" : L" \"";
-    std::size_t backslashes = 0;
-    for (const wchar_t unit : word) {
-        backslashes = unit == L'\\' ? backslashes + 1 : backslashes;
-        if (unit != L'\\') {
-            line.append(unit == L'"' ? backslashes + 1 : 0, L'\\');
-            backslashes = 0;
-        }
-        line += unit;
-    }
-    line.append(backslashes, L'\\').append(L"\"");
 }
 
 } // namespace
@@ -76,7 +55,7 @@ bool isRunning(std::int64_t process) {
 Failure startProgram(const std::vector<std::string>& command) {
     std::wstring line;
     for (const std::string& word : command) {
-        appendWord(line, wideOf(word));
+        appendQuoted(line, toWide(word));
     }
     STARTUPINFOW start = {};
     start.cb = sizeof(start);

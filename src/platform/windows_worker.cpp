@@ -12,6 +12,7 @@
 #include <io.h>
 
 #include "platform/windows_io.h"
+#include "platform/windows_words.h"
 #include "platform/worker_frames.h"
 
 namespace tvml::platform {
@@ -33,22 +34,6 @@ bool writePipe(HANDLE pipe, std::string_view bytes) {
 std::size_t readPipe(HANDLE pipe, char* at, std::size_t size) {
     DWORD got = 0;
     return ReadFile(pipe, at, static_cast<DWORD>(size), &got, nullptr) != 0 ? got : 0;
-}
-
-// What CommandLineToArgvW splits off as one word: quotes and the backslashes in
-// front of them are marked with backslashes.
-void appendQuoted(std::wstring& line, const std::wstring& word) {
-    line += line.empty() ? L"\"" : L" \"";
-    std::size_t backslashes = 0;
-    for (const wchar_t unit : word) {
-        backslashes = unit == L'\\' ? backslashes + 1 : backslashes;
-        if (unit != L'\\') {
-            line.append(unit == L'"' ? backslashes + 1 : 0, L'\\');
-            backslashes = 0;
-        }
-        line += unit;
-    }
-    line.append(backslashes, L'\\').append(L"\"");
 }
 
 std::wstring thisProgram() {
